@@ -1,0 +1,15 @@
+# One name for the Qt libraries, whatever the version: panel_qt (core, gui, widgets) and panel_qttest.
+add_library(panel_qt INTERFACE)
+if(LUMENPANEL_QT EQUAL 4)
+    find_package(Qt4 4.8 REQUIRED QtCore QtGui)
+    target_link_libraries(panel_qt INTERFACE Qt4::QtCore Qt4::QtGui)
+else()
+    find_package(Qt${LUMENPANEL_QT} REQUIRED COMPONENTS Core Gui Widgets)
+    target_link_libraries(panel_qt INTERFACE
+        Qt${LUMENPANEL_QT}::Core Qt${LUMENPANEL_QT}::Gui Qt${LUMENPANEL_QT}::Widgets)
+    if(LUMENPANEL_TESTS OR LUMENPANEL_BENCH)
+        find_package(Qt${LUMENPANEL_QT} REQUIRED COMPONENTS Test)
+        add_library(panel_qttest INTERFACE)
+        target_link_libraries(panel_qttest INTERFACE Qt${LUMENPANEL_QT}::Test)
+    endif()
+endif()
