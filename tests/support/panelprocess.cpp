@@ -1,0 +1,165 @@
+#include "support/panelprocess.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <signal.h>
+
+namespace {
+
+const char* const programDirectory = PROJECT_BINARY_DIR;
+
+QProcessEnvironment environmentFor(const QString& address)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("CBUS_ADDR", address);
+    environment.insert("FONTCONFIG_FILE", QString(PROJECT_SOURCE_DIR) + "/res/fonts/fonts.conf");
+    environment.remove("APPMGR_PID");
+    return environment;
+}
+
+} // namespace
+
+QString privateBusAddress(const QString& purpose)
+{
+    return QString("unix*%1.%2").arg(purpose).arg(QCoreApplication::applicationPid());
+}
+
+TerminalProcess::TerminalProcess(const QString& address) : m_address(address)
+{
+    m_process.setProcessEnvironment(environmentFor(address));
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+}
+
+TerminalProcess::~TerminalProcess()
+{
+    end();
+}
+
+bool TerminalProcess::start(const QStringList& arguments)
+{
+    QStringList all;
+    all << "--address" << m_address << "--still"
+        << "--store" << m_directory.filePath("store.sqlite") << arguments;
+    m_process.start(QString(programDirectory) + "/terminalsim", all);
+    QByteArray printed;
+    return m_process.waitForStarted() && waitUntil(
+                                             [&] {
+                                                 m_process.waitForReadyRead(10);
+                                                 printed += m_process.readAll();
+                                                 return printed.contains("listening on");
+                                             },
+                                             20000);
+}
+
+int TerminalProcess::end()
+{
+    if (m_process.state() == QProcess::NotRunning) {
+        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    }
+    m_process.terminate();
+    if (!m_process.waitForFinished(20000)) {
+        m_process.kill();
+        m_process.waitForFinished();
+        return -1;
+    }
+    return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+}
+
+bool TerminalProcess::set(const QString& key, const QString& typedValue)
+{
+    QProcess tool;
+    tool.setProcessEnvironment(environmentFor(m_address));
+    tool.start(QString(programDirectory) + "/terminalsim", QStringList() << "set" << key << typedValue);
+    return tool.waitForFinished(20000) && tool.exitCode() == 0;
+}
+
+QString TerminalProcess::get(const QString& key)
+{
+    QProcess tool;
+    tool.setProcessEnvironment(environmentFor(m_address));
+    tool.start(QString(programDirectory) + "/terminalsim", QStringList() << "get" << key);
+    tool.waitForFinished(20000);
+    return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
+}
+
+PanelProcess::PanelProcess(const QString& address) : m_address(address) {}
+
+PanelProcess::~PanelProcess()
+{
+    if (m_process.state() != QProcess::NotRunning) {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+}
+
+bool PanelProcess::start(const QStringList& arguments, const QString& xDisplay)
+{
+    QProcessEnvironment environment = environmentFor(m_address);
+    environment.insert("SYSLOGTAP_FILE", m_directory.filePath("log"));
+    environment.insert("LD_PRELOAD", QString(programDirectory) + "/libsyslogtap.so");
+    // The preloaded library stands before the sanitizer's own; that is meant.
+    environment.insert("ASAN_OPTIONS", environment.value("ASAN_OPTIONS") + ":verify_asan_link_order=0");
+    environment.insert("QT_QPA_PLATFORM", xDisplay.isEmpty() ? "offscreen" : "xcb");
+    if (!xDisplay.isEmpty()) {
+        environment.insert("DISPLAY", xDisplay);
+    }
+    m_process.setProcessEnvironment(environment);
+    m_process.setProcessChannelMode(QProcess::MergedChannels);
+    m_process.start(QString(programDirectory) + "/lumenpanel", arguments);
+    return m_process.waitForStarted();
+}
+
+QStringList PanelProcess::log() const
+{
+    QFile file(m_directory.filePath("log"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return QStringList();
+    }
+    QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
+    lines.removeLast(); // what stands behind the last line feed is not a line yet
+    return lines;
+}
+
+int PanelProcess::waitForLog(const QString& text, int timeoutMs, int from)
+{
+    int found = -1;
+    waitUntil(
+        [&] {
+            const QStringList lines = log();
+            for (int i = from; i < lines.size() && found < 0; ++i) {
+                if (lines.at(i).contains(text)) {
+                    found = i;
+                }
+            }
+            return found >= 0;
+        },
+        timeoutMs);
+    return found;
+}
+
+// Needs a display started with "logQtDebug": the file's name stands in a debug line.
+QImage PanelProcess::screenshot()
+{
+    const int before = log().size();
+    ::kill(pid_t(m_process.processId()), SIGUSR1);
+    const int line = waitForLog(".bmp saved.", 20000, before);
+    if (line < 0) {
+        return QImage();
+    }
+    const QRegularExpressionMatch match =
+        QRegularExpression("File (.*\\.bmp) saved\\.").match(log().at(line));
+    const QImage picture(match.captured(1));
+    QFile::remove(match.captured(1));
+    return picture.convertToFormat(QImage::Format_RGB32);
+}
+
+int PanelProcess::waitForEnd(int timeoutMs)
+{
+    if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(timeoutMs)) {
+        return -1;
+    }
+    return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+}

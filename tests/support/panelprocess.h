@@ -1,0 +1,73 @@
+// The real programs as processes: the simulated terminal and the display, on a private bus address.
+// For tests that judge what a user or a tester sees: pictures, log lines, exit statuses, database keys.
+#ifndef TESTS_SUPPORT_PANELPROCESS_H
+#define TESTS_SUPPORT_PANELPROCESS_H
+
+#include <QImage>
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QThread>
+
+// An address that no other test and no live system uses.
+QString privateBusAddress(const QString& purpose);
+
+// Waits, until the condition holds; false after the time in ms.
+template <typename Condition> bool waitUntil(Condition condition, int timeoutMs);
+
+// `terminalsim` with values that stand still.
+class TerminalProcess {
+public:
+    explicit TerminalProcess(const QString& address);
+    ~TerminalProcess();
+
+    // Starts it and waits until it listens.
+    bool start(const QStringList& arguments = QStringList());
+    // Ends it by SIGTERM and waits; the exit status, or -1 when it crashed or hung.
+    int end();
+    // Database access through the program's own subcommands; a missing key reads as an empty text.
+    bool set(const QString& key, const QString& typedValue);
+    QString get(const QString& key);
+    QProcess& process() { return m_process; }
+
+private:
+    QProcess m_process;
+    QString m_address;
+    QTemporaryDir m_directory;
+};
+
+// `lumenpanel` on that address, with its system log in a file.
+class PanelProcess {
+public:
+    explicit PanelProcess(const QString& address);
+    ~PanelProcess();
+
+    // Starts the display; arguments such as "logQtDebug"; display is the X display, or empty for no display.
+    bool start(const QStringList& arguments = QStringList(), const QString& xDisplay = QString());
+    // Waits for a line that holds the text, after the first `from` lines; its index, or -1.
+    int waitForLog(const QString& text, int timeoutMs = 20000, int from = 0);
+    QStringList log() const;
+    // Asks for a screenshot by SIGUSR1 and reads it; a null image when none came.
+    QImage screenshot();
+    // Waits for the end; the exit status, -1 when it was killed by a signal or still runs.
+    int waitForEnd(int timeoutMs = 20000);
+    QProcess& process() { return m_process; }
+
+private:
+    QProcess m_process;
+    QString m_address;
+    QTemporaryDir m_directory;
+};
+
+template <typename Condition> bool waitUntil(Condition condition, int timeoutMs)
+{
+    for (int waited = 0; !condition(); waited += 20) {
+        if (waited >= timeoutMs) {
+            return false;
+        }
+        QThread::msleep(20);
+    }
+    return true;
+}
+
+#endif
