@@ -1,0 +1,63 @@
+// Ids of the rows of the settings menu and of the bundle list.
+//
+// They stand with the model because it answers with them: the menu item of a setting's present value
+// (StatusUpdater::get...Enum). The widgets' item class takes them over. Numbers are fixed; any thread.
+#ifndef LUMENPANEL_MODEL_MENU_ITEMS_H
+#define LUMENPANEL_MODEL_MENU_ITEMS_H
+
+enum WIDGET_ITEM_ID_ENUM : int {
+    ITEM_ACTION_EXIT = 1, // first row of both lists
+    ITEM_BACK_TO_ENGLISH = 2,
+    ITEM_POINT_NOW = 3,
+    ITEM_SETTINGS = 9,
+    ITEM_DISPLAY = 10,
+    ITEM_BRIGHTNESS = 11,
+    ITEM_BRIGHTNESS_LEVEL_0 = 12, // no row in the menu
+    ITEM_BRIGHTNESS_LEVEL_1 = 13,
+    ITEM_BRIGHTNESS_LEVEL_2 = 14,
+    ITEM_BRIGHTNESS_LEVEL_3 = 15,
+    ITEM_BRIGHTNESS_LEVEL_4 = 16,
+    ITEM_BRIGHTNESS_LEVEL_5 = 17,
+    ITEM_BRIGHTNESS_LEVEL_6 = 18,
+    ITEM_BRIGHTNESS_LEVEL_7 = 19,
+    ITEM_TIMEOUT = 20,
+    ITEM_TIMEOUT_5_SECONDS = 21,
+    ITEM_TIMEOUT_30_SECONDS = 22,
+    ITEM_TIMEOUT_1_MINUTE = 23,
+    ITEM_TIMEOUT_2_MINUTES = 24,
+    ITEM_TIMEOUT_5_MINUTES = 25,
+    ITEM_AUDIO_INDICATION = 26,
+    ITEM_AUDIO_POINTING = 27,
+    ITEM_AUDIO_POINTING_ON = 28,
+    ITEM_AUDIO_POINTING_OFF = 29,
+    ITEM_STEALTH_ON = 37,  // no row in the menu
+    ITEM_STEALTH_OFF = 38, // no row in the menu
+    ITEM_POWER_UP = 39,
+    ITEM_POWER_UP_AUTOMATIC = 40,
+    ITEM_POWER_UP_MANUAL = 41,
+    ITEM_LANGUAGE = 42,
+    ITEM_LANGUAGE_ENGLISH = 43, // to 49 in the order of LANG_ENUM
+    ITEM_LANGUAGE_FRENCH = 44,
+    ITEM_LANGUAGE_GERMAN = 45,
+    ITEM_LANGUAGE_RUSSIAN = 46,
+    ITEM_LANGUAGE_SPANISH = 47,
+    ITEM_LANGUAGE_CHINESE = 48,
+    ITEM_LANGUAGE_JAPANESE = 49,
+    ITEM_PROPERTIES = 51,
+    ITEM_IP_ADDRESS = 53,
+    ITEM_HARDWARE = 54,
+    ITEM_UNIT_SERIAL_NUMBER = 55,
+    ITEM_ANTENNA_SERIAL_NUMBER = 56,
+    ITEM_LAN = 57,
+    ITEM_WLAN = 58,
+    ITEM_SOFTWARE = 59,
+    ITEM_CONFORMITY = 60,
+    ITEM_IMEI = 61,
+    ITEM_HELP_DESK = 62,
+    ITEM_ALERTS = 63,
+    ITEM_ALERT = 64,
+    ITEM_ACTION_BUNDLE = 66,
+    ITEM_ACTION_START_STOP = 68
+};
+
+#endif

@@ -1,0 +1,26 @@
+// The text line of the status screen: what the state of the terminal comes down to. Any thread.
+#ifndef LUMENPANEL_MODEL_STATUS_TEXT_H
+#define LUMENPANEL_MODEL_STATUS_TEXT_H
+
+enum STATUS_TEXT_ENUM : int {
+    STATUS_TEXT_UNDEFINED = 0,
+    STATUS_TEXT_INSERT_SIM = 1,
+    STATUS_TEXT_INITIALIZING_SIM = 2,
+    STATUS_TEXT_SIM_REJECTED = 3,
+    STATUS_TEXT_LIMITED_SERVICE = 4,
+    STATUS_TEXT_SIM_LOCK_MISMATCH = 5,
+    STATUS_TEXT_ENTER_PUK = 6,
+    STATUS_TEXT_ENTER_PIN = 7,
+    STATUS_TEXT_POINT_NOW = 8,
+    STATUS_TEXT_INITIALIZING = 9,
+    STATUS_TEXT_SEARCHING = 10,
+    STATUS_TEXT_REGISTERING = 11,
+    STATUS_TEXT_READY = 12,
+    STATUS_TEXT_POINT_NOW_HIDDEN = 13, // has no text
+    STATUS_TEXT_EXTERNAL_CONTROL = 14,
+    STATUS_TEXT_BONDING_SLAVE_MODE = 15,
+    STATUS_TEXT_ACTIVE_BUNDLES = 16, // one line for each running connection
+    STATUS_TEXT_BLANK = 17           // an empty text
+};
+
+#endif
