@@ -31,18 +31,20 @@ static_assert(sizeof(config_vbuf_header_t) == 12, "an entry's header is 12 bytes
 struct config_vbuf_entry_t {
     uint32_t type;
     const char* key;
-    void* value;
+    const void* value;
     uint32_t length; // of the value, bytes
     int32_t status;
     uint32_t distance; // to the start of the next entry, bytes
 };
 
-// Called for each entry. `value` points behind the key even if `length` is 0. Results are joined with OR.
+// Called for each entry. Key and value point into the buffer, `value` is null if `length` is 0. A text value
+// need not end in a NUL: whoever sent it is not to be trusted. Results are joined with OR.
 typedef int (*config_vbuf_cb_t)(void* ctx, uint32_t type, const char* key, void* value, uint32_t length,
                                 int32_t status);
 
-// Appends an entry to `*buf`, a malloc()ed block of `len` bytes (or null with 0), which it enlarges; the
-// caller frees it. With a prefix the key stored is prefix + "." + key. A null `value` makes its length 0.
+// Appends an entry to `*buf`, which is null with a `len` of 0, or what earlier calls made it with the length
+// they returned; it is enlarged and moved as needed, and freed by the caller. With a prefix the key stored is
+// prefix + "." + key. A null `value` makes its length 0.
 // Returns the new length. Running out of memory is an assertion.
 uint32_t config_vbuf_add(uint8_t** buf, uint32_t len, const char* prefix, uint32_t type, const char* key,
                          const void* value, uint32_t vlen, int8_t status);
@@ -53,9 +55,7 @@ uint32_t config_vbuf_add(uint8_t** buf, uint32_t len, const char* prefix, uint32
 int config_vbuf_parse(const void* buf, uint32_t len, config_vbuf_cb_t cb, void* ctx);
 
 // Looks at the entry that starts at `pos`. Returns false, with `entry` untouched, if it is not wholly inside
-// the `len` bytes, or if its key has no NUL inside its area or that area no multiple of 4. A text value
-// that lacks its NUL gets it in place of its last byte, and a log line, so that whoever is given the entry
-// may read it as a string.
-bool config_vbuf_entry_at(void* buf, uint32_t len, uint32_t pos, config_vbuf_entry_t* entry);
+// the `len` bytes, or if its key has no NUL inside its area or that area is no multiple of 4.
+bool config_vbuf_entry_at(const void* buf, uint32_t len, uint32_t pos, config_vbuf_entry_t* entry);
 
 #endif
