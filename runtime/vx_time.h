@@ -30,7 +30,7 @@ uint32_t vx_time_us(void);
 uint32_t vx_time_ms_elapsed(uint32_t start);
 uint32_t vx_time_us_elapsed(uint32_t start);
 
-// Busy wait of at least this long.
+// Busy wait of at least this long; at most 2^32 - 2 units.
 void vx_time_ms_delay(uint32_t milliseconds);
 void vx_time_us_delay(uint32_t microseconds);
 
