@@ -98,6 +98,7 @@ protected:
 
 private:
     struct ScreenRow;
+    template <typename ScreenClass, ScreenClass* Window::*Member> struct ScreenMember;
     enum { NUMBER_OF_SCREENS = 8 };
     static const ScreenRow screenRows[NUMBER_OF_SCREENS];
     static int rowOfScreen(Screen::SCREEN_ID_ENUM screenId);
@@ -113,15 +114,14 @@ private:
     void showAllowedScreen(Screen::SCREEN_ID_ENUM screenId);
     void showScreen(Screen* pScreen);
     bool prepareStatusScreen();
-    bool isNeverInHistory(Screen::SCREEN_ID_ENUM screenId) const;
-    int lastIndexInHistory(Screen::SCREEN_ID_ENUM screenId) const;
     QString idAndName(Screen::SCREEN_ID_ENUM screenId) const;
+    void loadLanguage(LANG_ENUM lang);
 
+    // window_flow.cpp
     void handlePointingStarted();
     void handlePointingEnded();
     void handleEventSimStatusChanged();
     void handleSimReady();
-    void loadLanguage(LANG_ENUM lang);
 
     // window_events.cpp
     struct SystemStatusRow;
