@@ -157,8 +157,9 @@ enum {
 // Judges keys before the database takes them: sets the records' `status`. Valid during the call only.
 typedef void (*config_validator_func_t)(unsigned nrec, config_data_t* prec, void* data);
 
-// Installs a validator under `name` (1 to 59 characters; a null or longer one, or a null handler, is an
-// assertion). Returns 0, or -1 if the database could not be told.
+// Installs a validator under `name`, of up to 59 characters; a null or longer name and a null handler are
+// assertions. It is called with as many records as fit 65,000 bytes; what goes beyond is logged and left out
+// of the answer. Returns 0, or -1, with nothing installed, if the database could not be told.
 int config_validator_register(config_validator_func_t func, const char* name, void* data);
 
 // --- Blocks ---------------------------------------------------------------------------------------------
