@@ -5,7 +5,6 @@
 #define LUMENPANEL_COMMON_QTCOMPAT_H
 
 #include <QFontMetrics>
-#include <QMetaType>
 #include <QPixmap>
 #include <QString>
 #include <QThread>
@@ -92,6 +91,8 @@ template <typename Label> QPixmap labelPixmap(const Label* label)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
     return label->pixmap();
+#elif QT_VERSION >= QT_VERSION_CHECK(5, 15, 0)
+    return label->pixmap(Qt::ReturnByValue);
 #else
     return label->pixmap() ? *label->pixmap() : QPixmap();
 #endif

@@ -1,0 +1,82 @@
+// Keeps every text that reaches Qt's message path, for as long as the object lives; nothing is passed on.
+// One at a time. Messages may come from any thread.
+#ifndef TESTS_SUPPORT_MESSAGES_H
+#define TESTS_SUPPORT_MESSAGES_H
+
+#include <QList>
+#include <QMutex>
+#include <QMutexLocker>
+#include <QPair>
+#include <QString>
+#include <QStringList>
+
+class Messages {
+public:
+    Messages()
+    {
+        current() = this;
+        m_before = qInstallMessageHandler(keep);
+    }
+    ~Messages()
+    {
+        qInstallMessageHandler(m_before);
+        current() = nullptr;
+    }
+    Messages(const Messages&) = delete;
+    Messages& operator=(const Messages&) = delete;
+
+    void clear()
+    {
+        QMutexLocker lock(&m_mutex);
+        m_all.clear();
+    }
+    QList<QPair<QtMsgType, QString>> all() const
+    {
+        QMutexLocker lock(&m_mutex);
+        return m_all;
+    }
+    QStringList texts() const
+    {
+        QStringList result;
+        for (const auto& message : all()) {
+            result.append(message.second);
+        }
+        return result;
+    }
+    // How many messages are exactly this text, or of this type as well.
+    int count(const QString& text) const { return int(texts().count(text)); }
+    int count(QtMsgType type, const QString& text) const { return int(all().count(qMakePair(type, text))); }
+    // How many messages begin with this text.
+    int countOfPrefix(const QString& prefix) const { return int(withPrefix(prefix).size()); }
+    QStringList withPrefix(const QString& prefix) const
+    {
+        QStringList result;
+        for (const QString& text : texts()) {
+            if (text.startsWith(prefix)) {
+                result.append(text);
+            }
+        }
+        return result;
+    }
+
+private:
+    static Messages*& current()
+    {
+        static Messages* object = nullptr;
+        return object;
+    }
+    static void keep(QtMsgType type, const QMessageLogContext&, const QString& text)
+    {
+        Messages* const object = current();
+        if (object) {
+            QMutexLocker lock(&object->m_mutex);
+            object->m_all.append(qMakePair(type, text));
+        }
+    }
+
+    QtMessageHandler m_before = nullptr;
+    QList<QPair<QtMsgType, QString>> m_all;
+    mutable QMutex m_mutex;
+};
+
+#endif
