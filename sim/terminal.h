@@ -58,6 +58,8 @@ struct TerminalOptions {
     bool moving = false;       // signal, battery and position move by themselves
     bool actors = false;       // the terminal's processes react: interfaces follow, pointing proceeds
     bool catchSignals = false; // SIGTERM and SIGINT end it (for the program only: blocks them in the process)
+    bool record = true;        // keep the logs of writes and messages below
+    uint32_t validatorTimeout = 5000;            // ms that a validator has
     std::function<void(const std::string&)> log; // each line of the server's log, on the terminal's thread
 };
 

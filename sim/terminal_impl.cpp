@@ -1,0 +1,405 @@
+// The inside of the terminal: its thread, the parts that live on it, and the way from other threads to them.
+#include "sim/terminal_impl.h"
+
+#include "sim/initial_values.h"
+
+#include "runtime/config_client_api.h"
+#include "runtime/fdloop.h"
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <pthread.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace sim {
+
+// What names the unit itself: no client may write it.
+static const std::set<std::string> ReadOnlyKeys = {
+    "rmcfg.platform.sysconf.serial_number",
+    "rmcfg.platform.hpa_hw.unit_serial",
+    "cfg.network_information.imei_number",
+};
+
+// A loop cannot be destroyed. Those of terminals that have ended are kept here, empty, for the next one.
+static std::mutex loopsMutex;
+static std::vector<fdloop_t*>& spareLoops()
+{
+    static auto* loops = new std::vector<fdloop_t*>;
+    return *loops;
+}
+
+static fdloop_t* takeLoop()
+{
+    std::lock_guard<std::mutex> lock(loopsMutex);
+    if (spareLoops().empty())
+        return fdloop_init();
+    fdloop_t* loop = spareLoops().back();
+    spareLoops().pop_back();
+    return loop;
+}
+
+static void giveLoop(fdloop_t* loop)
+{
+    std::lock_guard<std::mutex> lock(loopsMutex);
+    spareLoops().push_back(loop);
+}
+
+// Abstract names are the system's own: process and count make one unique.
+static std::string privateAddress()
+{
+    static std::atomic<unsigned> count{0};
+    return "unix*terminal." + std::to_string(getpid()) + "." + std::to_string(++count);
+}
+
+Terminal::Impl::Impl(const TerminalOptions& options)
+    : options(options), address(options.address.empty() ? privateAddress() : options.address)
+{
+    database.addListener([this](const std::vector<Write>& changes) { onChanges(changes); });
+    if (options.initialValues) {
+        std::string file = options.valuesFile.empty() ? defaultValuesFile() : options.valuesFile;
+        if (!loadInitialValues(file, &initial, &error))
+            return;
+    }
+    fillDatabase();
+    start();
+}
+
+Terminal::Impl::~Impl()
+{
+    stop();
+}
+
+// --- Life
+
+static const int CaughtSignals[] = {SIGTERM, SIGINT};
+
+bool Terminal::Impl::start()
+{
+    stop();
+    std::unique_lock<std::mutex> lock(mutex);
+    error.clear();
+    state = State::Starting;
+    // The process's signals are for its other threads, except for those that the loop asks for itself.
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    thread = std::thread([this] { threadMain(); });
+    if (options.catchSignals) {
+        for (int number : CaughtSignals)
+            sigaddset(&before, number);
+    }
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    changed.wait(lock, [this] { return state != State::Starting; });
+    return state == State::Running;
+}
+
+void Terminal::Impl::stop()
+{
+    if (!thread.joinable())
+        return;
+    run([this] { quit = true; });
+    thread.join();
+}
+
+// The callback of a signal has no data: there is one terminal in a process that takes them.
+static void* signalTarget = nullptr;
+
+void Terminal::Impl::onSignal(int, int, int, int)
+{
+    static_cast<Impl*>(signalTarget)->quit = true;
+}
+
+bool Terminal::Impl::open(std::string* problem)
+{
+    wake = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if (wake < 0) {
+        *problem = std::string("no descriptor: ") + strerror(errno);
+        return false;
+    }
+    auto log = [this](const std::string& line) { tell(line); };
+    server = std::make_unique<BusServer>(loop, log);
+    server->setClientsChanged([this] { happened(); });
+    updateWatcher();
+
+    DatabaseBus::Hooks hooks;
+    hooks.log = log;
+    hooks.onSync = [this](const std::string& area) {
+        if (area == "cfg")
+            save();
+    };
+    hooks.onFactoryReset = [this] { return factoryReset(); };
+    if (options.record) {
+        hooks.onWrite = [this](const WriteRecord& write) {
+            std::lock_guard<std::mutex> lock(mutex);
+            writes.push_back(write);
+            events++;
+            changed.notify_all();
+        };
+    }
+    bus = std::make_unique<DatabaseBus>(loop, database, *server, hooks);
+    bus->setReadOnly(ReadOnlyKeys);
+    bus->setValidatorTimeout(options.validatorTimeout);
+    behaviour = std::make_unique<Behaviour>(loop, database, *server,
+                                            Behaviour::Options{options.actors, options.moving});
+    if (!server->listen(address, problem))
+        return false;
+    // A port that the system chose becomes part of the address, so that clients find it.
+    if (address.compare(0, 4, "tcp*") == 0)
+        address = address.substr(0, address.rfind('*') + 1) + std::to_string(server->port());
+    fdloop_fd_register(loop, wake, onWake, this);
+    if (options.catchSignals) {
+        signalTarget = this;
+        for (int number : CaughtSignals)
+            signals.push_back(fdloop_register_signal(loop, onSignal, number));
+    }
+    return true;
+}
+
+void Terminal::Impl::shut()
+{
+    if (server)
+        server->close();
+    behaviour.reset();
+    bus.reset();
+    server.reset();
+    // Not given back to the process: a second Ctrl-C must not break off the end of the first.
+    for (int fd : signals) {
+        fdloop_fd_unregister(loop, fd);
+        close(fd);
+    }
+    signals.clear();
+    if (wake >= 0) {
+        fdloop_fd_unregister(loop, wake);
+        close(wake);
+        wake = -1;
+    }
+}
+
+void Terminal::Impl::threadMain()
+{
+    if (begin()) {
+        while (!quit && fdloop_run(loop) == 0) {
+        }
+        save();
+    }
+    end();
+}
+
+bool Terminal::Impl::begin()
+{
+    std::lock_guard<std::recursive_mutex> noOneElse(alone);
+    loop = takeLoop();
+    quit = false;
+    std::string problem;
+    bool good = open(&problem);
+    if (good)
+        behaviour->start();
+    std::lock_guard<std::mutex> lock(mutex);
+    state = good ? State::Running : State::Stopped;
+    error = problem;
+    changed.notify_all();
+    return good;
+}
+
+void Terminal::Impl::end()
+{
+    std::lock_guard<std::recursive_mutex> noOneElse(alone);
+    {
+        std::lock_guard<std::mutex> lock(mutex);
+        state = State::Stopped;
+    }
+    runTasks();
+    shut();
+    giveLoop(loop);
+    loop = nullptr;
+    happened();
+}
+
+// --- From other threads
+
+void Terminal::Impl::run(const std::function<void()>& function)
+{
+    if (std::this_thread::get_id() == thread.get_id()) {
+        function();
+        return;
+    }
+    Task task{&function};
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        if (state == State::Running) {
+            tasks.push_back(&task);
+            eventfd_write(wake, 1);
+            changed.wait(lock, [&] { return task.done; });
+            return;
+        }
+    }
+    std::lock_guard<std::recursive_mutex> noOneElse(alone);
+    function();
+}
+
+int Terminal::Impl::onWake(int fd, void* data)
+{
+    eventfd_t count;
+    eventfd_read(fd, &count);
+    static_cast<Impl*>(data)->runTasks();
+    return 0;
+}
+
+void Terminal::Impl::runTasks()
+{
+    std::unique_lock<std::mutex> lock(mutex);
+    while (!tasks.empty()) {
+        Task* task = tasks.front();
+        tasks.pop_front();
+        lock.unlock();
+        (*task->function)();
+        lock.lock();
+        task->done = true;
+        changed.notify_all();
+    }
+}
+
+bool Terminal::Impl::waitUntil(const std::function<bool()>& predicate, int timeout) const
+{
+    auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout);
+    for (;;) {
+        uint64_t seen;
+        {
+            std::lock_guard<std::mutex> lock(mutex);
+            seen = events;
+        }
+        if (predicate())
+            return true;
+        std::unique_lock<std::mutex> lock(mutex);
+        if (!changed.wait_until(lock, deadline, [&] { return events != seen; })) {
+            lock.unlock();
+            return predicate();
+        }
+    }
+}
+
+void Terminal::Impl::happened()
+{
+    std::lock_guard<std::mutex> lock(mutex);
+    events++;
+    changed.notify_all();
+}
+
+// --- On the thread
+
+void Terminal::Impl::tell(const std::string& line)
+{
+    if (options.log)
+        options.log(line);
+    std::lock_guard<std::mutex> lock(mutex);
+    if (options.record)
+        log.push_back(line);
+    events++;
+    changed.notify_all();
+}
+
+void Terminal::Impl::onChanges(const std::vector<Write>& changes)
+{
+    // Clients are told first: what the actors make of a change comes behind it.
+    if (bus)
+        bus->publishChanges(changes);
+    if (behaviour)
+        behaviour->onChanges(changes);
+    happened();
+}
+
+// While nobody records and nobody listens, the server does not even ask.
+void Terminal::Impl::updateWatcher()
+{
+    if (!server)
+        return;
+    if (options.record || answerHook || messageHook)
+        server->setWatcher([this](const BusFrame& frame) { return onFrame(frame); });
+    else
+        server->setWatcher(nullptr);
+}
+
+bool Terminal::Impl::onFrame(const BusFrame& frame)
+{
+    Message message{frame.client,      frame.header.type,       frame.header.src,
+                    frame.header.seqn, std::string(frame.name), std::string(frame.data)};
+    if (options.record) {
+        std::lock_guard<std::mutex> lock(mutex);
+        messages.push_back(message);
+        events++;
+        changed.notify_all();
+    }
+    // A hook may replace itself.
+    if (auto hook = messageHook)
+        hook(message);
+    auto hook = answerHook;
+    if (!hook || message.type != CBUS_TYPE_REQUEST)
+        return true;
+    std::optional<RawAnswer> answer = hook(message);
+    if (!answer)
+        return true;
+    server->sendRaw(message.client, answer->bytes);
+    if (answer->close)
+        server->closeAfterWriting(message.client);
+    return false;
+}
+
+static bool isArea(const std::string& key, std::string_view area)
+{
+    return firstComponent(key) == area;
+}
+
+void Terminal::Impl::fillDatabase()
+{
+    std::vector<Write> values = initial;
+    Store::Values saved;
+    std::string problem;
+    if (!options.storeFile.empty()) {
+        if (store.open(options.storeFile, &saved, &problem)) {
+            for (const auto& [key, value] : saved)
+                values.push_back({key, value});
+        } else {
+            tell("settings are not kept: " + problem);
+        }
+    }
+    database.apply(values);
+}
+
+void Terminal::Impl::save()
+{
+    if (!store.isOpen())
+        return;
+    Store::Values values;
+    for (const Write& write : initial) {
+        if (isArea(write.key, "cfg"))
+            values[write.key] = Value();
+    }
+    for (const std::string& key : database.keysWithPrefix("cfg")) {
+        if (isArea(key, "cfg"))
+            values[key] = *database.find(key);
+    }
+    std::string problem;
+    if (!store.save(values, &problem))
+        tell("settings could not be saved: " + problem);
+}
+
+int32_t Terminal::Impl::factoryReset()
+{
+    std::vector<Write> writes;
+    for (const std::string& key : database.keysWithPrefix("cfg")) {
+        if (isArea(key, "cfg"))
+            writes.push_back({key, Value()});
+    }
+    for (const Write& write : initial) {
+        if (isArea(write.key, "cfg"))
+            writes.push_back(write);
+    }
+    database.apply(writes);
+    save();
+    return 0;
+}
+
+} // namespace sim
