@@ -35,6 +35,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <atomic>
 
@@ -46,6 +47,9 @@ enum MAIN_WINDOW_STATE : int { MAIN_WINDOW_NONE, MAIN_WINDOW_HIDDEN, MAIN_WINDOW
 
 class StatusUpdater : public QObject {
     Q_OBJECT
+
+    // Lets the model's own tests set states that no key leads to.
+    friend struct StatusUpdaterTestAccess;
 
 public:
     // --- Frame (statusupdater.cpp) -----------------------------------------------------------------------
@@ -83,7 +87,7 @@ public:
     // True if the text does not survive a round trip through Latin-1.
     bool unicodeNeeded(const QString& text) const;
 
-    // --- Status text and radio module (statusupdater_text.cpp, statusupdater_poll.cpp) -------------------
+    // --- Status text and radio module (statusupdater_text.cpp, _poll.cpp, _wan.cpp) -----------------------
 
     // [GUI] Works out anew which text the state of the terminal comes down to.
     void updateCurrentStatusTextId();
@@ -137,7 +141,7 @@ public:
     QString getStartupWanStrFromEnum(int value) const;
     QString getWanUserSelectionStrFromEnum(int value) const;
 
-    // --- Bundles and connections (statusupdater_bundles.cpp) ---------------------------------------------
+    // --- Bundles, connections, bonding (statusupdater_bundles.cpp, _sessions.cpp, _bonding.cpp) -----------
 
     // [bus] The records of cfg.admin.bundle, all of them; replaces the list and announces it.
     void setDefinedBundlesCfg(unsigned int nrec, const config_data_t* prec);
@@ -252,6 +256,24 @@ public:
     void setACA(bool value);
     bool getACA() const;
 
+    // Software update: number of the unit at work (0 none), percentage, last result.
+    void setSwUploadStatus(int active, int percentage, int lastResult);
+    int getSwUploadActive() const;
+    // [GUI] The user has seen the result of an update. Writes to the database.
+    void setSwResultUserConfirmed();
+
+    // [GUI] Hands the PIN to the SIM; 2000 ms later signalPinAccepted() or signalWrongPin() tells the
+    // outcome. Writes to the database.
+    void startValidatePin(const QString& pin);
+    // [GUI] For 2000 ms the status text does not ask to point. The getter takes no lock.
+    void startHidePointNowText();
+    bool getHidePointNowText() const;
+    // [GUI] For 700 ms keys are ignored.
+    void startIgnoreGlobalKeyPress();
+    bool getIgnoreGlobalKeyPress() const;
+
+    // --- Identity (statusupdater_identity.cpp) -----------------------------------------------------------
+
     void setWifiBroadcastSsid(bool value);
     bool getWifiBroadcastSsid() const;
     void setWifiSsidStr(const QString& text);
@@ -278,22 +300,6 @@ public:
     void setSwBuildDetails(const QString& version, int buildNr, int redLabel, const QString& buildId,
                            const QString& buildDate);
     QString getSoftwareVersion() const;
-
-    // Software update: number of the unit at work (0 none), percentage, last result.
-    void setSwUploadStatus(int active, int percentage, int lastResult);
-    int getSwUploadActive() const;
-    // [GUI] The user has seen the result of an update. Writes to the database.
-    void setSwResultUserConfirmed();
-
-    // [GUI] Hands the PIN to the SIM; 2000 ms later signalPinAccepted() or signalWrongPin() tells the
-    // outcome. Writes to the database.
-    void startValidatePin(const QString& pin);
-    // [GUI] For 2000 ms the status text does not ask to point. The getter takes no lock.
-    void startHidePointNowText();
-    bool getHidePointNowText() const;
-    // [GUI] For 700 ms keys are ignored.
-    void startIgnoreGlobalKeyPress();
-    bool getIgnoreGlobalKeyPress() const;
 
     // --- Measurements (statusupdater_measurements.cpp) ---------------------------------------------------
 
@@ -433,6 +439,8 @@ private:
 
     // Status text
     STATUS_TEXT_ENUM decideStatusText() const;
+    bool selectedAndOneIs(int umtsStatus) const;
+    bool selectedAndBothBlocked() const;
     QString connectionLine(const bundle_t& bundle, const connection_t& connection) const;
     QString connectionLabel(const connection_t& connection) const;
     QString fittedLine(QString label, const QString& elapsedTime) const;
@@ -442,45 +450,49 @@ private:
                             int unlisted, const char* warning) const;
     bool absenceExpected() const;
 
-    // Bundles
-    struct SessionRecord;
+    // Defined bundles
     connection_t getConnectionByIndex(int index) const;
     BUNDLE_STATUS readBundleStatus(int bundleNumber) const;
-    bundle_t& definedBundleOf(QList<bundle_t>& bundles, int bundleNumber, const QString& name) const;
-    void setDefinedBundleRecord(QList<bundle_t>& bundles, const config_data_t& record) const;
+    void addDefinedBundleRecord(QList<bundle_t>& bundles, const config_data_t& record) const;
+    void addBundleName(QList<bundle_t>& bundles, int bundleNumber, const QString& name) const;
+    void addBundleConnection(QList<bundle_t>& bundles, int bundleNumber, int connectionIndex) const;
+    void setPredefinedBundleStartTime(const QDateTime& startTime);
+    void setAllPredefinedBundlesIdle();
+
+    // Running sessions
+    struct ContextField;
     bool sanityCheckSetActiveConnectionsAndBundles(const QStringList& strList) const;
-    bool setSessionField(const SessionRecord& record, QList<int>& deletedGroups);
-    void setContextField(const SessionRecord& record);
+    void addSessionRecord(const config_data_t& record, QList<int>& deletedGroups);
+    void addSessionField(int group, const char* field, const config_data_t& record,
+                         QList<int>& deletedGroups);
+    void addContextRecord(int group, const QStringList& strList, const config_data_t& record);
     int getActiveConnectionBundleIndexByWanUserGroup(int group, bool autoCreate);
     int createNewActiveConnectionBundle(int group);
     int getActiveContextIndex(int group, int context, bool autoCreate);
+    int findSessionToStore(int group, bool autoCreate, const char* function, const char* field);
     void setActiveConnectionOrBundleFieldStatus(int group, BUNDLE_STATUS status);
     void setActiveConnectionOrBundleFieldTime(int group, int startTime);
     void setActiveConnectionOrBundleFieldBackgroundTotal(int group, int total);
-    void setActiveConnectionOrBundleFieldBwUp(int group, int context, int value);
-    void setActiveConnectionOrBundleFieldBwDown(int group, int context, int value);
-    void setActiveConnectionOrBundleFieldMaxBwUp(int group, int context, int value);
-    void setActiveConnectionOrBundleFieldMaxBwDown(int group, int context, int value);
-    void setActiveConnectionOrBundleFieldTrafficClass(int group, int context, int value);
-    void setContextValue(int group, int context, int value, int connection_t::*field, const char* fieldName,
-                         const char* function);
-    void setPredefinedBundleStatus(int index, BUNDLE_STATUS status);
-    void setPredefinedBundleStartTime(const QDateTime& startTime);
-    void setAllPredefinedBundlesIdle();
+    void setActiveConnectionOrBundleField(const ContextField& field, int group, int context, int value);
+    void storePredefinedSession(int index, BUNDLE_STATUS status);
     void deleteActiveConnectionsAndBundles(int group);
     void removeActiveConnectionFromWanUserGroup(int group, int context);
+
+    // Bonding
     void updateBondingState();
 
-    // Events
-    void setAlertField(QList<database_evt_type>& alerts, const config_data_t& record) const;
-
-    // Settings
+    // Identity
     QString macText(const QString& mac, INTERFACE_NAME_ENUM interface, const char* unknown,
                     const char* off) const;
     QString labelled(const char* label, const QString& text, const char* unknown) const;
 
+    // Measurements
+    QString presentBatt2ndLabel(const battery_t& batt, const battery_t& other) const;
+
     // Database
-    void waitForBus(const char* warning, const char* retry, const char* lastWords, const char* panic) const;
+    struct BusWait;
+    void waitForBus(const BusWait& texts) const;
+    void syncIfPersistent(const QString& key) const;
 
     static StatusUpdater* pStatusUpdater;
 

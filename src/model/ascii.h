@@ -1,0 +1,18 @@
+// Texts for the wire and for fixed fields, which are ASCII. Any thread.
+#ifndef LUMENPANEL_MODEL_ASCII_H
+#define LUMENPANEL_MODEL_ASCII_H
+
+#include <QByteArray>
+#include <QString>
+
+// The text as ASCII; what ASCII lacks becomes a question mark. Cannot fail.
+inline QByteArray asciiOf(const QString& text)
+{
+    QByteArray ascii(text.size(), '?');
+    for (int i = 0; i < text.size(); ++i)
+        if (text.at(i).unicode() < 0x80)
+            ascii[i] = static_cast<char>(text.at(i).unicode());
+    return ascii;
+}
+
+#endif
