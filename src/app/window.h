@@ -61,6 +61,8 @@ public:
                   const QString& extraText, long long epochTimeMs);
     // Takes a popup away, if it is there.
     void removePopupIfExist(unsigned int eventId);
+    // Scrolls the menu to its alerts and expands them; logged only, as long as there is no menu screen.
+    void scrollToAlertMenuAndExpand();
     // Sends the pointing command "stop" if the terminal is pointing.
     void stopPointing();
 

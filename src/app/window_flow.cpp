@@ -99,3 +99,9 @@ void Window::handleSimReady()
                << extendedSystemStatus;
     send_pointing_msg("start");
 }
+
+// The alerts are a branch of the menu, which is not built yet.
+void Window::scrollToAlertMenuAndExpand()
+{
+    logDebug() << "Window::scrollToAlertMenuAndExpand(): There is no menu screen.";
+}
