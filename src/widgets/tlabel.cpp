@@ -113,7 +113,7 @@ TLabel::TLabel(ICON_ID_ENUM iconId, const QString& iconName, INTERFACE_STATE_ENU
     pLayout->addWidget(pTopLayerLabel);
     pDarkLayer = checkedNew<QFrame>(SOURCE, __LINE__, this);
     pDarkLayer->setObjectName(QString::fromLatin1("pDarkLayer"));
-    pDarkLayer->setStyleSheet(frameStyle); // updateIcon() gives it another one before it is first shown
+    pDarkLayer->setStyleSheet(::frameStyle); // updateIcon() gives it another one before it is first shown
     pDarkLayer->setVisible(false);
 }
 
