@@ -85,7 +85,7 @@ TEST(VxSlog, OpenSetsIdentityAndFacilityCloseTakesTheIdentityBack)
 
 TEST(VxSlog, NamesOfThePriorities)
 {
-    EXPECT_THAT(vx_slog_prio_txt,
+    EXPECT_THAT(std::vector<std::string>(vx_slog_prio_txt, vx_slog_prio_txt + 8),
                 ElementsAre("EMERG", "ALERT", "CRIT", "ERROR", "WARNING", "NOTICE", "INFO", "DEBUG"));
 }
 
