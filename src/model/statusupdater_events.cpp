@@ -263,11 +263,10 @@ void StatusUpdater::addLocalEvent(unsigned int eventId, int severity)
         return;
     }
     localEventsMutexProtected.append(event);
-    const bool warningIsNew = !warningsPresent;
     lock.unlock();
     announce(__func__, "showPopup", &StatusUpdater::showPopup, event);
     announce(__func__, "eventListChanged", &StatusUpdater::eventListChanged);
-    if (warningIsNew)
+    if (!getWarningsPresent())
         setWarningsPresent(true);
 }
 

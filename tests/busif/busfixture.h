@@ -13,45 +13,12 @@
 #include "runtime/config_client_api.h"
 #include "sim/terminal.h"
 #include "support/messages.h"
+#include "support/modelaccess.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <QtTest>
-
-// What the model keeps and shows nobody, or only behind a label.
-struct StatusUpdaterTestAccess {
-    static StatusUpdater& model() { return *StatusUpdater::getStatusUpdater(); }
-    static int audioPointing() { return model().audioPointing; }
-    static int powerUpSetting() { return model().powerUpSetting; }
-    static int brightnessLevel() { return model().m_brightnessLevel; }
-    static bool externalSupplyPresent() { return model().externalSupplyPresent; }
-    static int bganConnectionError() { return model().bganConnectionError; }
-    static int currentBundleNumber() { return model().m_currentBundleNumberForUserGroup0; }
-    static gps_data_t position() { return model().pos; }
-    static QString helpDeskStr() { return model().helpDeskStr; }
-    static QString unitSerialNumber() { return model().unitSerialNumber; }
-    static QString hpaSerialNumber() { return model().hpaSerialNumber; }
-    static QString imeiStr() { return model().imeiStr; }
-    static QString ipAddress() { return model().ipAddress; }
-    static QString lanMacStr() { return model().lanMacStr; }
-    static QString wifiMacStr() { return model().wifiMacStr; }
-    static QString swBuildDetails()
-    {
-        const StatusUpdater& m = model();
-        return QString("%1|%2|%3|%4|%5")
-            .arg(m.swVersion)
-            .arg(m.swBuildNr)
-            .arg(m.swRedLabel)
-            .arg(m.swBuildId, m.swBuildDate);
-    }
-    static QString swUpload()
-    {
-        const StatusUpdater& m = model();
-        return QString("%1|%2|%3").arg(m.swUploadActive).arg(m.swUploadPercentage).arg(m.swUploadLastResult);
-    }
-};
-typedef StatusUpdaterTestAccess Access;
 
 class BusFixture {
 public:
