@@ -11,6 +11,7 @@
 #include "common/log.h"
 #include "model/statusupdater.h"
 #include "runtime/config_client_api.h"
+#include "runtime/vx_posix_reset.h"
 #include "sim/terminal.h"
 #include "support/messages.h"
 #include "support/modelaccess.h"
@@ -20,6 +21,8 @@
 #include <QStringList>
 #include <QtTest>
 
+#include <csignal>
+
 class BusFixture {
 public:
     BusFixture() : terminal(emptyTerminal())
@@ -27,6 +30,7 @@ public:
         if (!terminal.running())
             qFatal("no terminal: %s", terminal.error().c_str());
         terminal.useForProcess();
+        vx_set_sig_handler(SIGPIPE, [](int) {}); // as in the panel: a write on a dead socket only fails
         fdl = fdloop_init();
         conn = cbus_conn_create(fdl, "test");
         if (!conn)
