@@ -21,8 +21,6 @@
 namespace {
 
 const char SOURCE[] = "window";
-const int PANEL_WIDTH = 256;
-const int PANEL_HEIGHT = 64;
 
 // Translation files by language; any other language has the English one.
 const struct {
@@ -165,8 +163,8 @@ Window::~Window()
 
 void Window::setUpGeometry()
 {
-    setGeometry(0, 0, PANEL_WIDTH, PANEL_HEIGHT);
-    setFixedSize(PANEL_WIDTH, PANEL_HEIGHT);
+    setGeometry(0, 0, Screen::PANEL_WIDTH, Screen::PANEL_HEIGHT);
+    setFixedSize(Screen::PANEL_WIDTH, Screen::PANEL_HEIGHT);
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
     const Qt::WindowFlags unwanted =
         Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint;
@@ -266,7 +264,7 @@ void Window::show()
     }
     logDebug() << "Window::show(): About to show black splash screen and then show the main window";
     // The backlight comes on last, so that nothing but the finished picture on black is ever seen.
-    QPixmap black(PANEL_WIDTH, PANEL_HEIGHT);
+    QPixmap black(Screen::PANEL_WIDTH, Screen::PANEL_HEIGHT);
     black.fill(Qt::black);
     QSplashScreen splash(black);
     splash.setVisible(true);

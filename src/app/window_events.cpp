@@ -187,10 +187,13 @@ void Window::handleModemChanged()
     const int startupWan = pStatusUpdater->getModemOrBganAtStartup();
     const int modemPresent = pStatusUpdater->getModemPresent();
     const int modemActivated = pStatusUpdater->getModemActivated();
-    logDebug() << "Window::handleModemChanged(): "
-               << "wanActive = " << wanActive << ", startupWan = " << startupWan
-               << ", modemPresent = " << modemPresent << ", modemActivated = " << modemActivated
-               << ", wanUserSelection = " << pStatusUpdater->getWanUserSelection();
+    if (debugLogWanted())
+        logDebug() << "Window::handleModemChanged(): "
+                   << "wanActive = " << pStatusUpdater->getWanActiveStrFromEnum(wanActive)
+                   << ", startupWan = " << pStatusUpdater->getStartupWanStrFromEnum(startupWan)
+                   << ", modemPresent = " << modemPresent << ", modemActivated = " << modemActivated
+                   << ", wanUserSelection = "
+                   << pStatusUpdater->getWanUserSelectionStrFromEnum(pStatusUpdater->getWanUserSelection());
 
     bool modemWanted = false; // in use if it is there, searched for if it isn't
     bool selectOnWeb = false;
@@ -229,7 +232,7 @@ bool Window::pointingMayStart() const
 {
     return pStatusUpdater->getExtendedSystemStatus() == SYSTEM_STATUS_NORMAL &&
            pStatusUpdater->getPointingMode() == POINTING_STATUS_NOT_POINTED &&
-           pStatusUpdater->getPointingAtStartup() == 1 && pStatusUpdater->getSwUploadActive() <= 0 &&
+           pStatusUpdater->getPointingAtStartup() != 0 && pStatusUpdater->getSwUploadActive() <= 0 &&
            pStatusUpdater->getSimStatus() == SIM_READY;
 }
 

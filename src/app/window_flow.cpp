@@ -82,7 +82,7 @@ void Window::handleEventSimStatusChanged()
 // Where the terminal is to point at start-up, the current screen stays until the pointing has begun.
 void Window::handleSimReady()
 {
-    if (pStatusUpdater->getPointingAtStartup() != 1 || pStatusUpdater->getSwUploadActive() > 0 ||
+    if (pStatusUpdater->getPointingAtStartup() == 0 || pStatusUpdater->getSwUploadActive() > 0 ||
         pStatusUpdater->getWanActive() != WAN_ACTIVE_BGAN) {
         showScreen(Screen::SCREEN_STATUS, false);
         return;

@@ -31,7 +31,10 @@ void ScreenPopup::restartScreenSaverTimer()
 void ScreenPopup::addEvent(const popup_event_t& popup)
 {
     logDebug() << "ScreenPopup::addEvent(" << getEventIdAsString(popup.eventId)
-               << "): Popups are not shown yet. Event dropped.";
+               << "): Popups are not shown yet. Event dropped. closeHandling=" << popup.closeHandling
+               << ", okFunction=" << (popup.okFunction ? popup.okFunction : "none")
+               << ", timeStamp=" << popup.timeStamp.toString(QString::fromLatin1("yyyy-MM-ddThh:mm:ss.zzz"))
+               << ", text=" << popup.text;
 }
 
 void ScreenPopup::closePopup(unsigned int, bool)
