@@ -5,6 +5,7 @@
 #include "sim/initial_values.h"
 #include "sim/terminal.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -96,8 +97,8 @@ bool parseCommandLine(int argc, char** argv, CommandLine* line, std::string* err
     line->options.address = address ? address : "unix*cbus";
     line->options.moving = true;
     line->options.actors = true;
-    line->options.catchSignals = true;
     line->options.record = false;
+    line->options.ownThread = false; // one thread alone makes every turn of the server cheaper
     int at = 1;
     for (; at < argc && strncmp(argv[at], "--", 2) == 0; at++) {
         bool taken = false;
@@ -108,6 +109,13 @@ bool parseCommandLine(int argc, char** argv, CommandLine* line, std::string* err
     for (; at < argc; at++)
         line->command.push_back(argv[at]);
     return true;
+}
+
+sim::Terminal* runningTerminal = nullptr;
+
+void onEnd(int)
+{
+    runningTerminal->requestQuit();
 }
 
 int runTerminal(const CommandLine& line)
@@ -121,11 +129,16 @@ int runTerminal(const CommandLine& line)
         return 1;
     }
     terminal.setAll(line.values);
+    runningTerminal = &terminal;
+    struct sigaction action = {};
+    action.sa_handler = onEnd;
+    sigaction(SIGTERM, &action, nullptr);
+    sigaction(SIGINT, &action, nullptr);
     if (!line.quiet) {
         printf("terminalsim: listening on %s\n", terminal.address().c_str());
         fflush(stdout);
     }
-    terminal.wait();
+    terminal.run();
     return 0;
 }
 

@@ -37,10 +37,15 @@ std::string Terminal::error() const
     return impl->error;
 }
 
-void Terminal::wait()
+void Terminal::run()
 {
-    if (impl->thread.joinable())
-        impl->thread.join();
+    if (running())
+        impl->loopUntilQuit();
+}
+
+void Terminal::requestQuit()
+{
+    impl->requestQuit();
 }
 
 void Terminal::stop()

@@ -51,15 +51,15 @@ struct WriteRecord {
 };
 
 struct TerminalOptions {
-    std::string address;       // empty: a private "unix*..." address, unique in the system
-    bool initialValues = true; // fill the database from the values file
-    std::string valuesFile;    // empty: the file of the source tree
-    std::string storeFile;     // empty: cfg lives in memory only
-    bool moving = false;       // signal, battery and position move by themselves
-    bool actors = false;       // the terminal's processes react: interfaces follow, pointing proceeds
-    bool catchSignals = false; // SIGTERM and SIGINT end it (for the program only: blocks them in the process)
-    bool record = true;        // keep the logs of writes and messages below
-    uint32_t validatorTimeout = 5000;            // ms that a validator has
+    std::string address;              // empty: a private "unix*..." address, unique in the system
+    bool initialValues = true;        // fill the database from the values file
+    std::string valuesFile;           // empty: the file of the source tree
+    std::string storeFile;            // empty: cfg lives in memory only
+    bool moving = false;              // signal, battery and position move by themselves
+    bool actors = false;              // the terminal's processes react: interfaces follow, pointing proceeds
+    bool ownThread = true;            // false: it lives on the constructor's thread, in run()
+    bool record = true;               // keep the logs of writes and messages below
+    uint32_t validatorTimeout = 5000; // ms that a validator has
     std::function<void(const std::string&)> log; // each line of the server's log, on the terminal's thread
 };
 
@@ -80,8 +80,11 @@ public:
     void useForProcess() const;
     bool running() const;
     std::string error() const;
-    // Waits until the terminal has ended by itself (a signal, with catchSignals).
-    void wait();
+
+    // Without a thread of its own: carries on until requestQuit(), then saves and returns.
+    void run();
+    // Makes the terminal end by itself. Safe in a signal handler.
+    void requestQuit();
 
     // Ends server and thread; all connections are closed, the database keeps its values. cfg is saved if
     // there is a store. Not from a hook.

@@ -74,23 +74,23 @@ Terminal::Impl::~Impl()
 
 // --- Life
 
-static const int CaughtSignals[] = {SIGTERM, SIGINT};
-
 bool Terminal::Impl::start()
 {
     stop();
+    if (!options.ownThread)
+        return begin();
     std::unique_lock<std::mutex> lock(mutex);
     error.clear();
     state = State::Starting;
-    // The process's signals are for its other threads, except for those that the loop asks for itself.
+    // The process's signals are for its other threads.
     sigset_t all, before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
-    thread = std::thread([this] { threadMain(); });
-    if (options.catchSignals) {
-        for (int number : CaughtSignals)
-            sigaddset(&before, number);
-    }
+    thread = std::thread([this] {
+        if (begin())
+            loopUntilQuit();
+        end();
+    });
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
     changed.wait(lock, [this] { return state != State::Starting; });
     return state == State::Running;
@@ -98,18 +98,28 @@ bool Terminal::Impl::start()
 
 void Terminal::Impl::stop()
 {
-    if (!thread.joinable())
-        return;
-    run([this] { quit = true; });
-    thread.join();
+    if (thread.joinable()) {
+        requestQuit();
+        thread.join();
+    } else if (!options.ownThread && loop) {
+        end();
+    }
 }
 
-// The callback of a signal has no data: there is one terminal in a process that takes them.
-static void* signalTarget = nullptr;
-
-void Terminal::Impl::onSignal(int, int, int, int)
+// Safe in a signal handler.
+void Terminal::Impl::requestQuit()
 {
-    static_cast<Impl*>(signalTarget)->quit = true;
+    quit = true;
+    int fd = wake;
+    if (fd >= 0)
+        eventfd_write(fd, 1);
+}
+
+void Terminal::Impl::loopUntilQuit()
+{
+    while (!quit && fdloop_run(loop) == 0) {
+    }
+    save();
 }
 
 bool Terminal::Impl::open(std::string* problem)
@@ -150,11 +160,6 @@ bool Terminal::Impl::open(std::string* problem)
     if (address.compare(0, 4, "tcp*") == 0)
         address = address.substr(0, address.rfind('*') + 1) + std::to_string(server->port());
     fdloop_fd_register(loop, wake, onWake, this);
-    if (options.catchSignals) {
-        signalTarget = this;
-        for (int number : CaughtSignals)
-            signals.push_back(fdloop_register_signal(loop, onSignal, number));
-    }
     return true;
 }
 
@@ -165,27 +170,11 @@ void Terminal::Impl::shut()
     behaviour.reset();
     bus.reset();
     server.reset();
-    // Not given back to the process: a second Ctrl-C must not break off the end of the first.
-    for (int fd : signals) {
-        fdloop_fd_unregister(loop, fd);
-        close(fd);
-    }
-    signals.clear();
     if (wake >= 0) {
         fdloop_fd_unregister(loop, wake);
         close(wake);
         wake = -1;
     }
-}
-
-void Terminal::Impl::threadMain()
-{
-    if (begin()) {
-        while (!quit && fdloop_run(loop) == 0) {
-        }
-        save();
-    }
-    end();
 }
 
 bool Terminal::Impl::begin()
@@ -199,6 +188,7 @@ bool Terminal::Impl::begin()
         behaviour->start();
     std::lock_guard<std::mutex> lock(mutex);
     state = good ? State::Running : State::Stopped;
+    owner = std::this_thread::get_id();
     error = problem;
     changed.notify_all();
     return good;
@@ -222,14 +212,10 @@ void Terminal::Impl::end()
 
 void Terminal::Impl::run(const std::function<void()>& function)
 {
-    if (std::this_thread::get_id() == thread.get_id()) {
-        function();
-        return;
-    }
-    Task task{&function};
     {
         std::unique_lock<std::mutex> lock(mutex);
-        if (state == State::Running) {
+        if (state == State::Running && owner != std::this_thread::get_id()) {
+            Task task{&function};
             tasks.push_back(&task);
             eventfd_write(wake, 1);
             changed.wait(lock, [&] { return task.done; });

@@ -24,6 +24,7 @@ struct Terminal::Impl {
     // --- Life, on the owner's thread
     bool start();
     void stop();
+    void requestQuit();
 
     // Carries a function out on the terminal's thread and returns when it is done; here and now if this is
     // that thread, or if there is none.
@@ -32,8 +33,8 @@ struct Terminal::Impl {
     bool waitUntil(const std::function<bool()>& predicate, int timeout) const;
 
     // --- On the terminal's thread
-    void threadMain();
     bool begin();
+    void loopUntilQuit();
     void end();
     bool open(std::string* error);
     void shut();
@@ -46,7 +47,6 @@ struct Terminal::Impl {
     void updateWatcher();
     int32_t factoryReset();
     static int onWake(int fd, void* data);
-    static void onSignal(int fd, int signo, int pid, int status);
 
     // Something has happened that somebody may be waiting for.
     void happened();
@@ -64,17 +64,17 @@ struct Terminal::Impl {
     std::unique_ptr<Behaviour> behaviour;
     std::function<std::optional<RawAnswer>(const Message&)> answerHook;
     std::function<void(const Message&)> messageHook;
-    std::vector<int> signals; // signalfds
-    bool quit = false;
 
     std::thread thread;
-    int wake = -1; // eventfd
+    std::atomic<bool> quit{false};
+    std::atomic<int> wake{-1}; // eventfd
 
     // Everything below is under this mutex.
     mutable std::mutex mutex;
     mutable std::condition_variable changed;
     enum class State { Stopped, Starting, Running };
     State state = State::Stopped;
+    std::thread::id owner; // of the running terminal
     std::string error;
     struct Task {
         const std::function<void()>* function;
