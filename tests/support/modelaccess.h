@@ -50,6 +50,7 @@ struct StatusUpdaterTestAccess {
     static int& iai2BeamType() { return model().iai2BeamType; }
     static QList<bundle_t>& activeConnectionsAndBundles() { return model().activeConnectionsAndBundles; }
     static QList<bundle_t>& definedBundles() { return model().definedBundles; }
+    static QList<fmmi_evt_t>& systemEvents() { return model().systemEvents; }
     static StatusMutex& statusMutex() { return model().statusMutex; }
 
     static QTimer& updateConnectionTimer() { return *model().pUpdateConnectionTimer; }
