@@ -24,6 +24,12 @@ bool fits_set(int fd)
     return fd >= 0 && fd < FD_SETSIZE;
 }
 
+// Unsigned: the macros of the sets divide by it, and this walk is the price of every turn.
+unsigned set_index(const fdloop_fd_entry* entry)
+{
+    return static_cast<unsigned>(entry->fd);
+}
+
 void register_entry(fdloop_t* loop, fdloop_class fd_class, int fd, fdloop_fd_handler_t handler, void* data)
 {
     if (fd < 0) {
@@ -103,7 +109,7 @@ int build_sets(fdloop_t* loop, fd_set* sets[FDLOOP_CLASSES])
     for (fdloop_fd_entry* entry = loop->fd_head; entry; entry = entry->next) {
         if (entry->enabled) {
             fd_set* set = &loop->class_set[entry->fd_class];
-            FD_SET(entry->fd, set);
+            FD_SET(set_index(entry), set);
             sets[entry->fd_class] = set;
             if (entry->fd > highest) {
                 highest = entry->fd;
@@ -132,7 +138,7 @@ void dispatch(fdloop_t* loop, fd_set* const sets[FDLOOP_CLASSES])
     loop->in_fd_dispatch = 1;
     for (fdloop_fd_entry* entry = loop->fd_head; entry; entry = entry->next) {
         fd_set* set = sets[entry->fd_class];
-        if (!set || !FD_ISSET(entry->fd, set) || !entry->enabled || entry->deleted) {
+        if (!set || !FD_ISSET(set_index(entry), set) || !entry->enabled || entry->deleted) {
             continue;
         }
         if (entry->handler(entry->fd, entry->data) != 0 || entry->deleted) {
