@@ -4,6 +4,8 @@
 #include "screens/windowfixture.h"
 
 #include "common/constants.h"
+#include "support/death.h"
+#include "support/failingnew.h"
 #include "widgets/tlabel.h"
 
 #include <QFontMetrics>
@@ -100,6 +102,8 @@ private slots:
     void fontChangeRenewsTheTextsFontAndMargin();
     void pixmapWidth();
     void stateNames();
+    void withoutMemoryTheProcessEnds_data();
+    void withoutMemoryTheProcessEnds();
 };
 
 void TLabelTest::constructorLoadsNothing()
@@ -626,6 +630,29 @@ void TLabelTest::stateNames()
     }
     TestLabel label(TLabel::ICON_LAN, "lan", ILLEGAL_STATE);
     QCOMPARE(label.getStateStr(), QString("ERROR!!! undefined m_state str"));
+}
+
+void TLabelTest::withoutMemoryTheProcessEnds_data()
+{
+    QTest::addColumn<int>("granted");
+    for (int granted = 0; granted < 5; ++granted) {
+        const char* const parts[] = {"layout", "text", "dark layer", "blink", "fade"};
+        QTest::newRow(parts[granted]) << granted;
+    }
+}
+
+void TLabelTest::withoutMemoryTheProcessEnds()
+{
+    QFETCH(int, granted);
+    const Death death = deathOf([granted] {
+        grantedAllocations = granted;
+        TestLabel label;
+        label.setBlinkIconNames("warning", "warning_no_sign");
+        label.setState(INTERFACE_STATE_ACTIVATING);
+    });
+    QVERIFY(death.status != 111);
+    QVERIFY2(death.output.find("<1> gui: *** ASSERT in tlabel at ") != std::string::npos,
+             death.output.c_str());
 }
 
 int main(int argc, char** argv)
