@@ -10,12 +10,13 @@
 
 #include <QThread>
 
-#if defined(__has_feature)
+// g++ defines the first; with g++ __has_feature is a stand-in of Qt's that knows nothing.
+#if defined(__SANITIZE_THREAD__)
+#define LUMENPANEL_THREAD_SANITIZER
+#elif defined(__has_feature)
 #if __has_feature(thread_sanitizer)
 #define LUMENPANEL_THREAD_SANITIZER
 #endif
-#elif defined(__SANITIZE_THREAD__)
-#define LUMENPANEL_THREAD_SANITIZER
 #endif
 
 #if defined(LUMENPANEL_THREAD_SANITIZER)
