@@ -9,6 +9,7 @@
 #include "sim/terminal.h"
 
 #include <atomic>
+#include <csignal>
 #include <gmock/gmock.h>
 #include <thread>
 
@@ -523,6 +524,7 @@ class RealClientTest : public DatabaseBusTest {
 protected:
     RealClientTest()
     {
+        signal(SIGPIPE, SIG_IGN); // as every process of the terminal has it
         terminal.useForProcess();
         loop = fdloop_init();
         connection = cbus_conn_create(loop, "test");
