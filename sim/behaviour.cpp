@@ -9,7 +9,7 @@ static const char PointingPrefix[] = "bp_ctrl.";
 Behaviour::Behaviour(fdloop_t* loop, Database& database, BusServer& server, const Options& options)
     : server(server)
 {
-    Surroundings surroundings{loop, database};
+    Surroundings surroundings{loop, database, std::max<uint32_t>(1, options.speed)};
     if (options.actors) {
         for (const char* interface : {"wlan", "isdn", "lan", "phone", "usb"})
             actors.push_back(makeInterfaceActor(surroundings, interface));

@@ -9,6 +9,7 @@
 #include "sim/database.h"
 #include "sim/timer.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,7 +21,10 @@ namespace sim {
 struct Surroundings {
     fdloop_t* loop;
     Database& database;
+    uint32_t speed; // so many times faster than a real terminal
 
+    // A time of the real terminal, in milliseconds of this one.
+    uint32_t scaled(uint32_t milliseconds) const { return std::max<uint32_t>(1, milliseconds / speed); }
     int32_t number(const std::string& key, int32_t otherwise) const
     {
         const Value* value = database.find(key);
@@ -52,6 +56,7 @@ public:
     struct Options {
         bool actors = false; // processes that react
         bool moving = false; // values that move by themselves
+        uint32_t speed = 1;
     };
 
     // Takes its place on the server for the names that the terminal's processes serve.

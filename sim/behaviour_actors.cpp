@@ -22,7 +22,7 @@ public:
     void onChange(const std::string& key) override
     {
         if (key == requested && terminal.number(requested, 0) != terminal.number(state, 0))
-            timer.once(InterfaceDelay,
+            timer.once(terminal.scaled(InterfaceDelay),
                        [this] { terminal.set(state, terminal.number(requested, 0) ? 1 : 0); });
     }
 
@@ -88,7 +88,7 @@ private:
                                  {BganState, Value::text(step->state)}});
         timer.stop();
         if (++step != end)
-            timer.once(step->delay, [this] { takeStep(); });
+            timer.once(terminal.scaled(step->delay), [this] { takeStep(); });
     }
 
     const RadioStep* step = nullptr;

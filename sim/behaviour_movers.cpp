@@ -43,7 +43,8 @@ private:
         if (interval <= 0)
             timer.stop();
         else
-            timer.every(static_cast<uint32_t>(bounded(interval, 100, 60000)), [this] { move(); });
+            timer.every(terminal.scaled(static_cast<uint32_t>(bounded(interval, 100, 60000))),
+                        [this] { move(); });
     }
     void move()
     {
@@ -65,7 +66,7 @@ public:
 
     void start() override
     {
-        timer.every(Period, [this] { move(); });
+        timer.every(terminal.scaled(Period), [this] { move(); });
     }
 
 private:
@@ -113,7 +114,7 @@ public:
     {
         for (size_t at = 0; at < Keys.size(); at++)
             home[at] = terminal.number(Keys[at], 0);
-        timer.every(Period, [this] { move(); });
+        timer.every(terminal.scaled(Period), [this] { move(); });
     }
 
 private:

@@ -20,6 +20,7 @@ static const char Usage[] =
     "  --store FILE          keep the settings (cfg) in this file across runs\n"
     "  --set KEY=TYPE:VALUE  another initial value, as in cfg.language=int:2 (any number of times)\n"
     "  --still               nothing moves by itself\n"
+    "  --speed N             let it move and react N times faster, 1 to 1000\n"
     "  --quiet               print errors only\n"
     "  --help                print this\n"
     "\n"
@@ -62,6 +63,18 @@ bool parseSet(const std::string& text, CommandLine* line, std::string* error)
     return true;
 }
 
+bool parseSpeed(const char* text, CommandLine* line, std::string* error)
+{
+    char* end = nullptr;
+    long speed = strtol(text, &end, 10);
+    if (*end != '\0' || speed < 1 || speed > 1000) {
+        *error = std::string("--speed takes a number from 1 to 1000, not ") + text;
+        return false;
+    }
+    line->options.speed = static_cast<uint32_t>(speed);
+    return true;
+}
+
 bool parseOption(const std::string& option, const char* argument, CommandLine* line, bool* taken,
                  std::string* error)
 {
@@ -72,7 +85,8 @@ bool parseOption(const std::string& option, const char* argument, CommandLine* l
         line->quiet = true;
     } else if (option == "--help") {
         line->help = true;
-    } else if (option == "--address" || option == "--values" || option == "--store" || option == "--set") {
+    } else if (option == "--address" || option == "--values" || option == "--store" || option == "--set" ||
+               option == "--speed") {
         if (!argument) {
             *error = option + " needs an argument";
             return false;
@@ -80,6 +94,8 @@ bool parseOption(const std::string& option, const char* argument, CommandLine* l
         *taken = true;
         if (option == "--set")
             return parseSet(argument, line, error);
+        if (option == "--speed")
+            return parseSpeed(argument, line, error);
         std::string& target = option == "--address"  ? line->options.address
                               : option == "--values" ? line->options.valuesFile
                                                      : line->options.storeFile;

@@ -57,6 +57,7 @@ struct TerminalOptions {
     std::string storeFile;            // empty: cfg lives in memory only
     bool moving = false;              // signal, battery and position move by themselves
     bool actors = false;              // the terminal's processes react: interfaces follow, pointing proceeds
+    uint32_t speed = 1;               // how many times faster both go than in a real terminal
     bool ownThread = true;            // false: it lives on the constructor's thread, in run()
     bool record = true;               // keep the logs of writes and messages below
     uint32_t validatorTimeout = 5000; // ms that a validator has

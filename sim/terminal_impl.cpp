@@ -70,6 +70,8 @@ Terminal::Impl::Impl(const TerminalOptions& options)
 Terminal::Impl::~Impl()
 {
     stop();
+    if (wake >= 0)
+        close(wake);
 }
 
 // --- Life
@@ -124,7 +126,9 @@ void Terminal::Impl::loopUntilQuit()
 
 bool Terminal::Impl::open(std::string* problem)
 {
-    wake = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    // Kept until the end of the object: who asks it to quit may still be writing to it when it has quit.
+    if (wake < 0)
+        wake = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     if (wake < 0) {
         *problem = std::string("no descriptor: ") + strerror(errno);
         return false;
@@ -152,8 +156,8 @@ bool Terminal::Impl::open(std::string* problem)
     bus = std::make_unique<DatabaseBus>(loop, database, *server, hooks);
     bus->setReadOnly(ReadOnlyKeys);
     bus->setValidatorTimeout(options.validatorTimeout);
-    behaviour = std::make_unique<Behaviour>(loop, database, *server,
-                                            Behaviour::Options{options.actors, options.moving});
+    behaviour = std::make_unique<Behaviour>(
+        loop, database, *server, Behaviour::Options{options.actors, options.moving, options.speed});
     if (!server->listen(address, problem))
         return false;
     // A port that the system chose becomes part of the address, so that clients find it.
@@ -170,11 +174,7 @@ void Terminal::Impl::shut()
     behaviour.reset();
     bus.reset();
     server.reset();
-    if (wake >= 0) {
-        fdloop_fd_unregister(loop, wake);
-        close(wake);
-        wake = -1;
-    }
+    fdloop_fd_unregister(loop, wake);
 }
 
 bool Terminal::Impl::begin()
