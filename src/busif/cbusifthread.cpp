@@ -73,7 +73,7 @@ void CBusIfThread::run()
 
 void CBusIfThread::handleSubscribeToPollRmValues(bool value) const
 {
-    logDebug() << "CBusIfThread::handleSubscribeToPollRmValues(value=" << value << ")";
+    logDebug() << "CBusIfThread::handleSubscribeToPollRmValues(value=" << value; // no bracket closes it
     if (!value) {
         fdloop_timer_del(fdl, fdloop_timer);
         fdloop_timer = nullptr;

@@ -210,7 +210,7 @@ private slots:
             countOfSyslog(": CBusIfThread::run(): About to register to keep-alive in application manager"),
             1);
         QCOMPARE(panel->log.count(QtDebugMsg, "CBusIfThread::run(): Start of function."), 1);
-        QCOMPARE(panel->log.count(QtDebugMsg, "CBusIfThread::handleSubscribeToPollRmValues(value=true)"), 1);
+        QCOMPARE(panel->log.count(QtDebugMsg, "CBusIfThread::handleSubscribeToPollRmValues(value=true"), 1);
     }
 
     void modelIsConnected()
@@ -232,11 +232,12 @@ private slots:
 
     void changesArrive()
     {
-        QSignalSpy changed(&model(), SIGNAL(signalLevelChanged(int)));
+        QCoreApplication::sendPostedEvents(); // nothing of the start is left
+        connect(&model(), SIGNAL(signalLevelChanged(int)), this, SLOT(levelChanged(int)));
         panel->terminal->set("ram.status.signal_strength", 512);
-        QTRY_COMPARE(model().getSignalLevel(), 512);
-        QTRY_COMPARE(changed.count(), 1); // queued from the bus thread
-        QCOMPARE(changed[0][0].toInt(), 512);
+        QTRY_COMPARE(levels, QList<int>({512}));
+        QCOMPARE(model().getSignalLevel(), 512);
+        QVERIFY(levelsCameQueued);
     }
 
     void writesOfTheGuiThreadGoOut()
@@ -258,7 +259,7 @@ private slots:
     void pollingIsSwitchedFromTheGuiThread()
     {
         model().subscribeToChanges(false);
-        QCOMPARE(panel->log.count(QtDebugMsg, "CBusIfThread::handleSubscribeToPollRmValues(value=false)"), 1);
+        QCOMPARE(panel->log.count(QtDebugMsg, "CBusIfThread::handleSubscribeToPollRmValues(value=false"), 1);
         QTest::qWait(200); // a poll that was running is through
         panel->terminal->clearLogs();
         QTest::qWait(1500);
@@ -288,6 +289,13 @@ private slots:
         QVERIFY(!panel->log.texts().filter("VX_CONFIG_ERR").isEmpty());
     }
 
+public slots:
+    void levelChanged(int value)
+    {
+        levels.append(value);
+        levelsCameQueued = QThread::currentThread() == thread();
+    }
+
 private:
     static int countOfSyslog(const std::string& end)
     {
@@ -297,6 +305,8 @@ private:
     }
 
     Panel* panel = nullptr;
+    QList<int> levels;
+    bool levelsCameQueued = false;
 };
 
 QTEST_MAIN(CBusIfThreadTest)

@@ -33,7 +33,7 @@ private slots:
         QVERIFY(first != nullptr);
         thread.handleSubscribeToPollRmValues(true);
         QVERIFY(fdloop_timer == first);
-        QCOMPARE(bus->log.count(QtDebugMsg, "CBusIfThread::handleSubscribeToPollRmValues(value=true)"), 2);
+        QCOMPARE(bus->log.count(QtDebugMsg, "CBusIfThread::handleSubscribeToPollRmValues(value=true"), 2);
         QCOMPARE(fdloop_timer_get_interval(fdloop_timer), 1000u);
         QCOMPARE(pollsWithin(2500), 2);
     }
@@ -45,7 +45,7 @@ private slots:
         thread.handleSubscribeToPollRmValues(false);
         thread.handleSubscribeToPollRmValues(false);
         QVERIFY(fdloop_timer == nullptr);
-        QCOMPARE(bus->log.count(QtDebugMsg, "CBusIfThread::handleSubscribeToPollRmValues(value=false)"), 2);
+        QCOMPARE(bus->log.count(QtDebugMsg, "CBusIfThread::handleSubscribeToPollRmValues(value=false"), 2);
         QCOMPARE(pollsWithin(1300), 0);
     }
 
