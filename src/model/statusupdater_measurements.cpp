@@ -27,7 +27,7 @@ const ChargeText CHARGE_TEXTS[] = {
 };
 
 // A text with the places %1 and %2 for hours and minutes.
-QString withHoursAndMinutes(const QString& text, int minutes)
+QString withHoursAndMinutes(const QString& text, long long minutes)
 {
     return text.arg(minutes / 60).arg(twoDigits(minutes % 60));
 }
@@ -202,7 +202,7 @@ QString StatusUpdater::getTotalBattRemainingTimeStr() const
         logDebug() << "StatusUpdater::getTotalBattRemainingTimeStr(): Show charging symbol";
         return QString(chargeChar);
     }
-    int minutes = 0;
+    long long minutes = 0;
     for (const battery_t* batt : {&battInt, &battExt})
         if (batt->batteryConnectionStatus == BATT_PRESENT && batt->minutesLeft >= 1)
             minutes += batt->minutesLeft;
@@ -221,6 +221,6 @@ int StatusUpdater::getTotalBattCapacity() const
     StatusLock lock(statusMutex, __func__);
     const bool internal = battInt.batteryConnectionStatus == BATT_PRESENT;
     const bool external = battExt.batteryConnectionStatus == BATT_PRESENT;
-    const int sum = (internal ? battInt.capacity : 0) + (external ? battExt.capacity : 0);
-    return internal && external ? sum / 2 : sum;
+    const long long sum = (internal ? battInt.capacity : 0LL) + (external ? battExt.capacity : 0LL);
+    return static_cast<int>(internal && external ? sum / 2 : sum);
 }
