@@ -13,20 +13,44 @@
 #include <QPointer>
 #include <QScopedPointer>
 #include <QSignalSpy>
+#include <QSplashScreen>
 
 #include <syslog.h>
+#include <thread>
 
 using namespace windowfixture;
 
 namespace {
 
+// The order in which the screens go.
 const Screen::SCREEN_ID_ENUM ALL_IDS[] = {
-    Screen::SCREEN_ENTER_PIN, Screen::SCREEN_POINTING, Screen::SCREEN_STATUS, Screen::SCREEN_BATTERY,
-    Screen::SCREEN_ANTENNA,   Screen::SCREEN_ACTION,   Screen::SCREEN_POPUP,  Screen::SCREEN_MENU,
+    Screen::SCREEN_STATUS, Screen::SCREEN_BATTERY, Screen::SCREEN_ANTENNA,  Screen::SCREEN_ACTION,
+    Screen::SCREEN_POPUP,  Screen::SCREEN_MENU,    Screen::SCREEN_POINTING, Screen::SCREEN_ENTER_PIN,
 };
 
 // A number that is no screen, within the range of the enumeration.
 const Screen::SCREEN_ID_ENUM NO_SCREEN = static_cast<Screen::SCREEN_ID_ENUM>(5);
+
+// Notes which top-level widgets are shown, and whether the backlight is allowed by then.
+class ShowOrder : public QObject {
+public:
+    QStringList shown;
+
+    bool eventFilter(QObject* receiver, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && receiver->isWidgetType()) {
+            const QWidget* const widget = static_cast<QWidget*>(receiver);
+            if (widget->isWindow()) {
+                shown.append(QString("%1 %2x%3, %4")
+                                 .arg(qobject_cast<QSplashScreen*>(receiver) ? "splash" : "window")
+                                 .arg(widget->width())
+                                 .arg(widget->height())
+                                 .arg(model()->getBrightnessAllowed() ? "lit" : "dark"));
+            }
+        }
+        return false;
+    }
+};
 
 } // namespace
 
@@ -56,6 +80,7 @@ private slots:
     // Show
     void showIsNotRunByTheConstructorBeforeTheTerminalIsUp();
     void showBringsTheWindowAndThenTheBacklight();
+    void blackSplashComesBeforeTheWindow();
     void showTwiceIsAnErrorAndHarmless();
     void softwareUpdateShowsTheWindow();
     void modelKnowsTheWindowsState();
@@ -96,6 +121,7 @@ private slots:
     void endOfPointingLeavesItsScreen_data();
     void endOfPointingLeavesItsScreen();
     void unknownStateEventIsLogged();
+    void stateEventCrossesThreads();
     void statusTextIsUpdatedAfterEachStateEvent_data();
     void statusTextIsUpdatedAfterEachStateEvent();
     void simThatNeedsItsPinBringsUpThePinScreen();
@@ -210,7 +236,6 @@ void WindowTest::constructorTellsTheApplication()
     QCOMPARE(GuiApp::getMainWindowPointer(), static_cast<Window*>(nullptr));
     TestWindow* const window = makeWindow();
     QCOMPARE(GuiApp::getMainWindowPointer(), static_cast<Window*>(window));
-    QVERIFY(QMetaType::type("STATE_EVENT") != QMetaType::UnknownType);
 }
 
 void WindowTest::windowIsThePanel()
@@ -352,6 +377,17 @@ void WindowTest::showBringsTheWindowAndThenTheBacklight()
         visibleWindows += widget->isVisible() ? 1 : 0;
     }
     QCOMPARE(visibleWindows, 1); // the splash is gone
+}
+
+void WindowTest::blackSplashComesBeforeTheWindow()
+{
+    makeWindow();
+    ShowOrder order;
+    qApp->installEventFilter(&order);
+    m_window->show();
+    qApp->removeEventFilter(&order);
+    QCOMPARE(order.shown, QStringList({"splash 256x64, dark", "window 256x64, dark"}));
+    QVERIFY(model()->getBrightnessAllowed());
 }
 
 void WindowTest::showTwiceIsAnErrorAndHarmless()
@@ -816,6 +852,16 @@ void WindowTest::unknownStateEventIsLogged()
              1);
 }
 
+void WindowTest::stateEventCrossesThreads()
+{
+    makeWindow();
+    m_window->add(Screen::SCREEN_POINTING);
+    m_window->showScreen(Screen::SCREEN_POINTING, false);
+    std::thread([] { emit model()->stateEventReceived(STATE_EVENT_POINTED); }).join();
+    QCOMPARE(m_window->getCurrentScreenId(), Screen::SCREEN_POINTING); // queued
+    QTRY_COMPARE(m_window->getCurrentScreenId(), Screen::SCREEN_STATUS);
+}
+
 void WindowTest::statusTextIsUpdatedAfterEachStateEvent_data()
 {
     QTest::addColumn<int>("event");
@@ -997,16 +1043,10 @@ void WindowTest::destructorDeletesTheScreensInOrder()
 {
     makeWindow();
     QList<QObject*> expected;
-    for (Screen::SCREEN_ID_ENUM id :
-         {Screen::SCREEN_STATUS, Screen::SCREEN_BATTERY, Screen::SCREEN_ANTENNA, Screen::SCREEN_ACTION,
-          Screen::SCREEN_POPUP, Screen::SCREEN_MENU, Screen::SCREEN_POINTING, Screen::SCREEN_ENTER_PIN}) {
+    for (Screen::SCREEN_ID_ENUM id : ALL_IDS) {
         if (id != Screen::SCREEN_STATUS && id != Screen::SCREEN_POPUP) {
             m_window->add(id);
         }
-    }
-    for (Screen::SCREEN_ID_ENUM id :
-         {Screen::SCREEN_STATUS, Screen::SCREEN_BATTERY, Screen::SCREEN_ANTENNA, Screen::SCREEN_ACTION,
-          Screen::SCREEN_POPUP, Screen::SCREEN_MENU, Screen::SCREEN_POINTING, Screen::SCREEN_ENTER_PIN}) {
         expected.append(m_window->getScreenById(id));
     }
     expected.append(m_window->layout());
