@@ -6,6 +6,7 @@
 #include "sim/terminal.h"
 
 #include <climits>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <sstream>
 
@@ -263,6 +264,36 @@ TEST(SourceTreeValuesTest, HoldEveryKeyThatTheDisplayReads)
     // A start request left over would be nobody's; a session's status is there only while there is a session.
     EXPECT_FALSE(terminal.has("ram.local_gui_display.start_bundle_number"));
     EXPECT_FALSE(terminal.has("ram.status.ongoing_data_sessions.0.status"));
+}
+
+// The key as the page of keys writes it: N for a number, X for an interface that can be switched.
+std::string documentedForm(const std::string& key)
+{
+    for (const char* name : {"wlan", "isdn", "lan", "phone", "usb"}) {
+        std::string end = ".interfaces."s + name + ".enabled";
+        if (key.size() > end.size() && key.compare(key.size() - end.size(), end.size(), end) == 0)
+            return key.substr(0, key.size() - end.size()) + ".interfaces.X.enabled";
+    }
+    std::istringstream parts(key);
+    std::string form;
+    std::string part;
+    while (std::getline(parts, part, '.'))
+        form += (form.empty() ? "" : ".") +
+                (part.find_first_not_of("0123456789") == std::string::npos ? "N" : part);
+    return form;
+}
+
+TEST(SourceTreeValuesTest, EveryKeyStandsOnThePageOfKeys)
+{
+    std::ifstream page(PROJECT_SOURCE_DIR "/docs/database-keys.md");
+    std::string text{std::istreambuf_iterator<char>(page), {}};
+    ASSERT_FALSE(text.empty());
+    sim::Terminal terminal;
+    for (const auto& [key, value] : terminal.list("")) {
+        EXPECT_TRUE(text.find("`" + key + "`") != std::string::npos ||
+                    text.find("`" + documentedForm(key) + "`") != std::string::npos)
+            << key;
+    }
 }
 
 TEST(SourceTreeValuesTest, InterfacesAreInTheStateThatIsAskedFor)
