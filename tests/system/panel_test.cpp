@@ -158,7 +158,7 @@ void PanelTest::noBusAtStartIsThePanicWithinASecond()
 #endif
     const QStringList panic =
         panel.log().filter("ERROR!!! CBUS not ready to create connection. Exiting lumenpanel.");
-    QVERIFY(!panic.filter(QRegularExpression("^136\\.1 gui\\[")).isEmpty());
+    QVERIFY(!panic.filter(QRegularExpression("^<17\\.1> gui\\[")).isEmpty());
     const QByteArray printed = panel.process().readAll();
     QVERIFY(printed.contains("*** signal_handler: signal=6\n"));
     QVERIFY(printed.contains("Backtrace:\n"));
@@ -221,15 +221,15 @@ void PanelTest::linesBeforeTheLogIsOpenedBearTheProgramsName()
     QVERIFY(panel.start());
     QVERIFY(panel.waitForLog("main(): Done creating window") >= 0);
     const QStringList log = panel.log();
-    // Facility 8 is LOG_USER, the default; 136 is LOG_LOCAL1.
+    // Facility 1 is user, the default; 17 is local1.
     QVERIFY(
-        log.at(0).contains(QRegularExpression("^8\\.7 lumenpanel\\[\\d+\\]: \\d+: main\\(\\): About to send "
+        log.at(0).contains(QRegularExpression("^<1\\.7> lumenpanel\\[\\d+\\]: \\d+: main\\(\\): About to send "
                                               "appmgr_signal\\(\\)$")));
     QVERIFY(
-        log.at(1).contains(QRegularExpression("^8\\.7 lumenpanel\\[\\d+\\]: \\d+: main\\(\\):About to run "
+        log.at(1).contains(QRegularExpression("^<1\\.7> lumenpanel\\[\\d+\\]: \\d+: main\\(\\):About to run "
                                               "GuiApp::createInstance$")));
     QVERIFY(log.at(2).contains(
-        QRegularExpression("^136\\.7 gui\\[\\d+\\]: \\d+: GuiApp::GuiApp\\(\\): Local GUI display "
+        QRegularExpression("^<17\\.7> gui\\[\\d+\\]: \\d+: GuiApp::GuiApp\\(\\): Local GUI display "
                            "starting up\\.\\.\\.$")));
 }
 
