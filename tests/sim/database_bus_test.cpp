@@ -1,5 +1,5 @@
 // Every verb of the database on the bus: first with bytes written by hand, then with the real client.
-#include "raw_client.h"
+#include "database_fixture.h"
 
 #include "runtime/cbus.h"
 #include "runtime/config_client_api.h"
@@ -19,52 +19,6 @@ using sim::Value;
 using testing::ElementsAre;
 
 namespace {
-
-// An entry of a value buffer, laid out by hand.
-std::string entry(uint8_t type, int8_t status, const std::string& key, const std::string& value)
-{
-    std::string name = key + '\0';
-    std::string bytes{static_cast<char>(type), static_cast<char>(status), 0, 0};
-    name.resize((name.size() + 3) / 4 * 4);
-    bytes +=
-        word(static_cast<uint32_t>(name.size())) + word(static_cast<uint32_t>(value.size())) + name + value;
-    bytes.resize((bytes.size() + 3) / 4 * 4);
-    return bytes;
-}
-
-std::string status(int32_t value)
-{
-    return word(static_cast<uint32_t>(value));
-}
-
-class DatabaseBusTest : public testing::Test {
-protected:
-    static sim::TerminalOptions options()
-    {
-        sim::TerminalOptions options;
-        options.initialValues = false;
-        options.validatorTimeout = 300;
-        return options;
-    }
-    DatabaseBusTest() : terminal(options()), client(terminal.address()) {}
-
-    std::string ask(const std::string& name, const std::string& data)
-    {
-        return client.ask(name, data).value_or("no answer");
-    }
-    std::string read(const std::string& key, uint32_t type, uint32_t size)
-    {
-        return ask("config.read." + key, status(-1) + word(type) + word(size));
-    }
-    void write(const std::string& key, uint32_t type, const std::string& value)
-    {
-        client.sendSignal("config.write." + key,
-                          status(-1) + word(type) + word(static_cast<uint32_t>(value.size())) + value);
-    }
-
-    sim::Terminal terminal;
-    RawClient client;
-};
 
 // --- read
 
@@ -387,135 +341,6 @@ TEST_F(DatabaseBusTest, WritesAreLoggedInOrderWithValuesAndStatus)
                                    "writev ram.y 2 0", "writev ram.x 0 0", "delm ram.y 0 0"));
     EXPECT_THAT(terminal.writesOf("ram.y"), ElementsAre(Value::integer(2), Value()));
     EXPECT_FALSE(terminal.waitForWrite("ram.y", Value::integer(3), 10));
-}
-
-// --- Validators, by hand
-
-class ValidatorTest : public DatabaseBusTest {
-protected:
-    ValidatorTest() : validator(terminal.address())
-    {
-        validator.sendSignal("config.validate.register", "cfg.net\0"s);
-        EXPECT_TRUE(validator.sync());
-    }
-
-    RawClient validator;
-};
-
-TEST_F(ValidatorTest, IsAskedAndItsVerdictCounts)
-{
-    uint16_t cookie = client.sendRequest(
-        "config.modifyv.blk", entry(3, 0, "cfg.net.a", word(1)) + entry(3, 0, "cfg.net.b", word(2)) +
-                                  entry(3, 0, "cfg.net.c", word(3)) + entry(3, 0, "cfg.other", word(4)));
-    auto question = validator.readFrame();
-    ASSERT_TRUE(question);
-    EXPECT_EQ(question->type, CBUS_TYPE_SIGNAL);
-    EXPECT_EQ(question->name, "config.clnt_validate.cfg.net");
-    EXPECT_EQ(question->data, entry(3, 0, "cfg.net.a", word(1)) + entry(3, 0, "cfg.net.b", word(2)) +
-                                  entry(3, 0, "cfg.net.c", word(3)));
-    EXPECT_FALSE(terminal.has("cfg.other"));
-    validator.sendSignal("config.validate.rsp", entry(3, 0, "cfg.net.a", word(1)) +
-                                                    entry(3, -1, "cfg.net.b", word(2)) +
-                                                    entry(3, 2, "cfg.net.c", word(3)));
-    auto reply = client.readFrame();
-    ASSERT_TRUE(reply);
-    EXPECT_EQ(reply->seqn, cookie);
-    EXPECT_EQ(reply->data, entry(3, 0, "cfg.net.a", "") + entry(3, -8, "cfg.net.b", "") +
-                               entry(3, 0, "cfg.net.c", "") + entry(3, 0, "cfg.other", ""));
-    EXPECT_EQ(terminal.getInt("cfg.net.a"), 1);
-    EXPECT_FALSE(terminal.has("cfg.net.b"));
-    EXPECT_EQ(terminal.getInt("cfg.net.c"), 3);
-    EXPECT_EQ(terminal.getInt("cfg.other"), 4);
-}
-
-TEST_F(ValidatorTest, EmptyAnswerAcceptsAll)
-{
-    client.sendRequest("config.modifyv.blk", entry(3, 0, "cfg.net.a", word(1)));
-    ASSERT_TRUE(validator.readFrame());
-    validator.sendSignal("config.validate.rsp", "");
-    EXPECT_EQ(client.readFrame()->data, entry(3, 0, "cfg.net.a", ""));
-}
-
-TEST_F(ValidatorTest, SilenceIsARefusal)
-{
-    client.sendRequest("config.modifyv.blk", entry(3, 0, "cfg.net.a", word(1)));
-    EXPECT_EQ(client.readFrame()->data, entry(3, -8, "cfg.net.a", ""));
-    EXPECT_TRUE(terminal.waitForLog("a validator did not answer in time"));
-    // The late answer is not taken for that of the next question.
-    ASSERT_TRUE(validator.readFrame());
-    client.sendRequest("config.modifyv.blk", entry(3, 0, "cfg.net.b", word(1)));
-    ASSERT_TRUE(validator.readFrame());
-    validator.sendSignal("config.validate.rsp", entry(3, -1, "cfg.net.b", word(1)));
-    validator.sendSignal("config.validate.rsp", entry(3, 0, "cfg.net.b", word(1)));
-    EXPECT_EQ(client.readFrame()->data, entry(3, 0, "cfg.net.b", ""));
-    EXPECT_TRUE(terminal.waitForLog("config.validate.rsp: too late"));
-}
-
-TEST_F(ValidatorTest, OneThatGoesAwayRefuses)
-{
-    client.sendRequest("config.modifyv.blk", entry(3, 0, "cfg.net.a", word(1)));
-    ASSERT_TRUE(validator.readFrame());
-    validator.disconnect();
-    EXPECT_EQ(client.readFrame()->data, entry(3, -8, "cfg.net.a", ""));
-    // And is not asked again.
-    EXPECT_EQ(ask("config.modifyv.blk", entry(3, 0, "cfg.net.a", word(1))), entry(3, 0, "cfg.net.a", ""));
-}
-
-TEST_F(ValidatorTest, MalformedAnswerRefuses)
-{
-    client.sendRequest("config.modifyv.blk", entry(3, 0, "cfg.net.a", word(1)));
-    ASSERT_TRUE(validator.readFrame());
-    validator.sendSignal("config.validate.rsp", "junk");
-    EXPECT_EQ(client.readFrame()->data, entry(3, -8, "cfg.net.a", ""));
-}
-
-TEST_F(ValidatorTest, LongestNameIsAsked)
-{
-    RawClient inner(terminal.address());
-    inner.sendSignal("config.validate.register", "cfg.net.deep\0"s);
-    ASSERT_TRUE(inner.sync());
-    client.sendRequest("config.modifyv.blk",
-                       entry(3, 0, "cfg.net.deep.x", word(1)) + entry(3, 0, "cfg.net.y", word(2)));
-    EXPECT_EQ(inner.readFrame()->data, entry(3, 0, "cfg.net.deep.x", word(1)));
-    EXPECT_EQ(validator.readFrame()->data, entry(3, 0, "cfg.net.y", word(2)));
-    inner.sendSignal("config.validate.rsp", "");
-    EXPECT_FALSE(client.readFrame(50));
-    validator.sendSignal("config.validate.rsp", entry(3, 1, "cfg.net.y", word(2)));
-    EXPECT_EQ(client.readFrame()->data, entry(3, 0, "cfg.net.deep.x", "") + entry(3, -8, "cfg.net.y", ""));
-}
-
-TEST_F(ValidatorTest, ItsOwnWritesAreNotAsked)
-{
-    EXPECT_EQ(validator.ask("config.modifyv.blk", entry(3, 0, "cfg.net.a", word(1))).value_or("?"),
-              entry(3, 0, "cfg.net.a", ""));
-}
-
-TEST_F(ValidatorTest, BadNamesAndUnaskedAnswersAreLogged)
-{
-    client.sendSignal("config.validate.register", "\0"s);
-    client.sendSignal("config.validate.register", std::string(60, 'n') + '\0');
-    client.sendSignal("config.validate.rsp", "");
-    ASSERT_TRUE(client.sync());
-    EXPECT_TRUE(terminal.waitForLog("config.validate.register: bad name"));
-    EXPECT_TRUE(terminal.waitForLog("config.validate.rsp: nothing was asked"));
-}
-
-TEST_F(ValidatorTest, RequesterThatGoesAwayDoesNotStopTheWrite)
-{
-    client.sendRequest("config.modifyv.blk", entry(3, 0, "cfg.net.a", word(1)));
-    ASSERT_TRUE(validator.readFrame());
-    client.disconnect();
-    ASSERT_TRUE(terminal.waitForClients(1));
-    validator.sendSignal("config.validate.rsp", "");
-    EXPECT_TRUE(terminal.waitForValue("cfg.net.a", Value::integer(1)));
-}
-
-TEST_F(ValidatorTest, StopWithAnOpenQuestion)
-{
-    client.sendRequest("config.modifyv.blk", entry(3, 0, "cfg.net.a", word(1)));
-    ASSERT_TRUE(validator.readFrame());
-    terminal.stop();
-    EXPECT_TRUE(client.isClosedByServer());
 }
 
 // --- The real client
