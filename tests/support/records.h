@@ -12,6 +12,11 @@
 
 class Records {
 public:
+    Records() = default;
+    Records(Records&&) = default; // a copy's records would point into the original
+    Records(const Records&) = delete;
+    Records& operator=(const Records&) = delete;
+
     Records& number(const std::string& key, int32_t value)
     {
         return raw(key, VX_CONFIG_TYPE_INT,
