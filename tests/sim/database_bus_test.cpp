@@ -354,6 +354,10 @@ protected:
         loop = fdloop_init();
         connection = cbus_conn_create(loop, "test");
         config_init_cbus(connection, nullptr);
+        // Neither loop nor connection can be taken apart while the other refers to it: they live on.
+        static auto* kept = new std::vector<void*>;
+        kept->push_back(loop);
+        kept->push_back(connection);
     }
     ~RealClientTest() override { config_reset_for_test(); }
 
