@@ -1,5 +1,6 @@
 // The display from exec to its first picture with all initial reads done; then it ends with status 0.
-// The same steps as the program's main; what it logs goes nowhere, but one line tells that the reads are done.
+// The same steps as the program's main; what it logs goes nowhere, but one line tells that the reads are
+// done.
 #include "app/guiapp.h"
 #include "app/window.h"
 #include "runtime/appmgr.h"
@@ -15,34 +16,28 @@
 namespace {
 
 const QEvent::Type readsDone = QEvent::User;
+const QEvent::Type painted = QEvent::Type(QEvent::User + 1);
 
-// Ends the process at the first picture after the reads, or at the end of the reads after the first picture.
+// Ends the process once the reads are done and a picture stands: at the first turn of the event loop behind
+// the first paint, when all widgets have painted.
 class FirstPicture : public QObject {
 public:
-    bool eventFilter(QObject* receiver, QEvent* event) override
+    bool eventFilter(QObject*, QEvent* event) override
     {
-        if (event->type() == QEvent::UpdateRequest && receiver->isWidgetType()) {
-            receiver->removeEventFilter(this);
-            receiver->event(event);
-            m_painted = true;
-            endWhenComplete();
-            return true;
+        if (event->type() == QEvent::Paint && !m_asked) {
+            m_asked = true;
+            QCoreApplication::postEvent(qApp, new QEvent(painted));
         }
-        if (event->type() == readsDone) {
-            m_read = true;
-            endWhenComplete();
-            return true;
+        m_painted = m_painted || event->type() == painted;
+        m_read = m_read || event->type() == readsDone;
+        if (m_painted && m_read) {
+            _exit(0);
         }
         return false;
     }
 
 private:
-    void endWhenComplete()
-    {
-        if (m_painted && m_read) {
-            _exit(0);
-        }
-    }
+    bool m_asked = false;
     bool m_painted = false;
     bool m_read = false;
 };
@@ -63,6 +58,5 @@ int main(int argc, char** argv)
     FirstPicture end;
     application->installEventFilter(&end);
     Window window(nullptr);
-    window.installEventFilter(&end);
     return application->exec();
 }
