@@ -51,6 +51,8 @@ int send_answer(cbus_conn_t* conn, cbus_header_t header, const char* name, const
 // The message that ends the wait: fills `out` and returns its data length, or -1 for a lost connection.
 int wait_for_reply(cbus_conn_t* conn, uint16_t cookie, void** out)
 {
+    // The reply is hardly ever there yet: waiting first saves a read that would only fail.
+    cbus_impl_wait_readable(conn->fd);
     for (;;) {
         cbus_header_t header;
         int count;

@@ -295,6 +295,11 @@ int cbus_impl_send(cbus_conn_t* conn, const cbus_frame_t* frame)
     return left == 0 ? 0 : 1;
 }
 
+void cbus_impl_wait_readable(int fd)
+{
+    wait_ready(fd, POLLIN);
+}
+
 uint8_t* cbus_impl_msg_read(int fd, cbus_header_t* header, int* count)
 {
     *count = -1;

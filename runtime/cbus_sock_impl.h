@@ -27,6 +27,9 @@ int cbus_impl_client_conn_create(cbus_client_t* client);
 // Writes one frame. Returns 0 if every byte was written, 1 if not, -1 if the connection is closed.
 int cbus_impl_send(cbus_conn_t* conn, const cbus_frame_t* frame);
 
+// Waits until there is something to read, be it an end or an error.
+void cbus_impl_wait_readable(int fd);
+
 // Reads one whole frame from `fd`, waiting as long as it takes. Fills `header` and returns the body (name
 // block, then data block), which the caller frees; `count` is header and body in bytes. At the end of the
 // stream or on an error it returns null with a count of -1. Lengths beyond the limits are assertions.

@@ -42,12 +42,15 @@ struct stat_reply_t {
 };
 static_assert(sizeof(stat_reply_t) == 8, "two words on the wire");
 
+// Put together by hand: printf would cost as much as all the rest of a request in user space.
 void message_name(char* name, const char* verb, const char* suffix)
 {
-    const bool plain = !suffix || !*suffix;
-    const int length =
-        vx_snprintf(name, CONFIG_NAME_SIZE, "config.%s%s%s", verb, plain ? "" : ".", plain ? "" : suffix);
-    if (length >= CONFIG_NAME_SIZE)
+    size_t length = vx_strlcpy(name, "config.", CONFIG_NAME_SIZE);
+    length += vx_strlcpy(name + length, verb, CONFIG_NAME_SIZE - length);
+    if (!suffix || !*suffix)
+        return;
+    name[length++] = '.';
+    if (vx_strlcpy(name + length, suffix, CONFIG_NAME_SIZE - length) >= CONFIG_NAME_SIZE - length)
         vx_slog(CONFIG_PRIO_ERROR, "config: message name cut to \"%s\"\n", name);
 }
 
