@@ -370,6 +370,32 @@ TEST_F(Cbus, CurrentMessageIsValidDuringTheCallbackOnly)
     EXPECT_EQ(conn->cur_data, nullptr);
 }
 
+// The panel's second thread sends on the bus thread's connection: each frame goes out whole.
+TEST_F(Cbus, SignalsFromTwoThreadsDoNotMixTheirBytes)
+{
+    const int each = 2000;
+    const std::string frames[2] = {std::string(300, 'a'), std::string(301, 'b')};
+    const auto sender = [this](const std::string& data) {
+        for (int i = 0; i < each; ++i)
+            EXPECT_EQ(cbus_send_signal(conn, "abc", data.data(), static_cast<uint32_t>(data.size())), 0);
+    };
+    std::thread first(sender, frames[0]);
+    std::thread second(sender, frames[1]);
+    int counts[2] = {0, 0};
+    for (int i = 0; i < 2 * each; ++i) {
+        const std::string header = bus.take(12);
+        ASSERT_EQ(header.size(), 12u);
+        const size_t which = static_cast<uint8_t>(header[8]) == 300 % 256 ? 0 : 1;
+        ASSERT_EQ(bus.take(4 + cbus_padded(static_cast<uint32_t>(frames[which].size()))),
+                  std::string("abc\0", 4) + padTo4(frames[which]));
+        ++counts[which];
+    }
+    first.join();
+    second.join();
+    EXPECT_EQ(counts[0], each);
+    EXPECT_EQ(counts[1], each);
+}
+
 // --- The name tables --------------------------------------------------------------------------------------
 
 TEST_F(Cbus, EachTypeHasATableOfItsOwn)

@@ -74,8 +74,8 @@ TEST_F(ConfigApi, BlobIsReadAndWritten)
 {
     EXPECT_EQ(config_write_typed("cfg.a", "\0\1\2", 3, VX_CONFIG_TYPE_BLOB), 0);
     char bytes[8] = "zzzzzzz";
-    uint32_t length = 0, type = 0;
-    EXPECT_EQ(config_read_typed("cfg.a", bytes, 8, &length, VX_CONFIG_TYPE_NONE, &type), 0);
+    uint32_t length = 0, type = VX_CONFIG_TYPE_NONE;
+    EXPECT_EQ(config_read_typed("cfg.a", bytes, 8, &length, &type), 0);
     EXPECT_EQ(length, 3u);
     EXPECT_EQ(type, uint32_t(VX_CONFIG_TYPE_BLOB));
     EXPECT_EQ(std::string(bytes, 4), std::string("\0\1\2z", 4));
@@ -139,9 +139,8 @@ TEST_F(ConfigApi, ReadTypedIntoTooSmallABufferGivesMinus7AndWhatFits)
 {
     terminal.set("cfg.a", Value::blob("abcdef"));
     char bytes[4] = "zzz";
-    uint32_t length = 0;
-    EXPECT_EQ(config_read_typed("cfg.a", bytes, 2, &length, VX_CONFIG_TYPE_BLOB, nullptr),
-              VX_CONFIG_BUFFER_TOO_SMALL);
+    uint32_t length = 0, type = VX_CONFIG_TYPE_BLOB;
+    EXPECT_EQ(config_read_typed("cfg.a", bytes, 2, &length, &type), VX_CONFIG_BUFFER_TOO_SMALL);
     EXPECT_EQ(length, 2u);
     EXPECT_STREQ(bytes, "abz");
 }
@@ -380,19 +379,28 @@ TEST_F(ConfigWire, ReadOfAnyTypeTakesWhatComes)
 {
     answer(le32(0) + le32(1) + le32(2) + "hi");
     char bytes[4] = "zzz";
-    uint32_t length = 0, type = 9;
-    EXPECT_EQ(config_read_typed("k", bytes, 4, &length, VX_CONFIG_TYPE_NONE, &type), 0);
+    uint32_t length = 0, type = VX_CONFIG_TYPE_NONE;
+    EXPECT_EQ(config_read_typed("k", bytes, 4, &length, &type), 0);
     EXPECT_EQ(length, 2u);
     EXPECT_EQ(type, 1u);
     EXPECT_STREQ(bytes, "hiz");
+}
+
+TEST_F(ConfigWire, LengthAndTypeMayBeNull)
+{
+    answer(le32(0) + le32(1) + le32(2) + "hi");
+    char bytes[4] = "zzz";
+    EXPECT_EQ(config_read_typed("k", bytes, 4, nullptr, nullptr), 0);
+    EXPECT_STREQ(bytes, "hiz");
+    EXPECT_EQ(bus.takeAll(), message(CBUS_TYPE_REQUEST, "config.read.k", minus1 + le32(0) + le32(4)));
 }
 
 TEST_F(ConfigWire, OtherTypeWithStatus0IsMinus6AndNothingIsCopied)
 {
     answer(le32(0) + le32(1) + le32(4) + "hi!\n");
     char bytes[5] = "zzzz";
-    uint32_t length = 0, type = 9;
-    EXPECT_EQ(config_read_typed("k", bytes, 4, &length, VX_CONFIG_TYPE_INT, &type), VX_CONFIG_WRONG_TYPE);
+    uint32_t length = 0, type = VX_CONFIG_TYPE_INT;
+    EXPECT_EQ(config_read_typed("k", bytes, 4, &length, &type), VX_CONFIG_WRONG_TYPE);
     EXPECT_EQ(length, 4u);
     EXPECT_EQ(type, 1u);
     EXPECT_STREQ(bytes, "zzzz");

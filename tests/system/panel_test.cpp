@@ -102,19 +102,19 @@ void PanelTest::okOnTheLanIconTurnsTheInterfaceOff()
     const QString address = privateBusAddress("lan");
     TerminalProcess terminal(address);
     QVERIFY(terminal.start());
-    QCOMPARE(terminal.get("cfg.interfaces.lan.enabled"), QString("1"));
+    QCOMPARE(terminal.get("cfg.interfaces.lan.enabled"), QString("int 1"));
     PanelProcess panel(address);
     QVERIFY(panel.start(QStringList("logQtDebug"), display));
     QVERIFY(waitUntilLive(panel));
 
     QVERIFY(press(display, "Up")); // from the status text to the LAN icon
     QVERIFY(press(display, "Return"));
-    QVERIFY(waitForKey(terminal, "cfg.interfaces.lan.enabled", "0"));
+    QVERIFY(waitForKey(terminal, "cfg.interfaces.lan.enabled", "int 0"));
     // The interface follows what was asked for, and the panel can turn it on again.
-    QVERIFY(waitForKey(terminal, "ram.status.interfaces.lan.enabled", "0"));
+    QVERIFY(waitForKey(terminal, "ram.status.interfaces.lan.enabled", "int 0"));
     QVERIFY(panel.waitForLog("state=INTERFACE_STATE_OFF") >= 0);
     QVERIFY(press(display, "Return"));
-    QVERIFY(waitForKey(terminal, "cfg.interfaces.lan.enabled", "1"));
+    QVERIFY(waitForKey(terminal, "cfg.interfaces.lan.enabled", "int 1"));
     panel.process().kill();
     panel.waitForEnd();
     server.kill();
