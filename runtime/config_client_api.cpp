@@ -162,9 +162,9 @@ void config_fill_record(config_data_t* rec, uint32_t type, const char* key, void
 
 // --- Single keys ----------------------------------------------------------------------------------------
 
-int config_read_typed(const char* key, void* buf, uint32_t size, uint32_t* length, uint32_t want,
-                      uint32_t* out_type)
+int config_read_typed(const char* key, void* buf, uint32_t size, uint32_t* length, uint32_t* type)
 {
+    const uint32_t want = type ? *type : uint32_t(VX_CONFIG_TYPE_NONE);
     const read_request_t request = {no_status, want, size};
     void* reply;
     const int n = config_request("read", key, &request, sizeof(request), &reply);
@@ -178,8 +178,8 @@ int config_read_typed(const char* key, void* buf, uint32_t size, uint32_t* lengt
     VX_ASSERT(header.length == static_cast<uint32_t>(n) - sizeof(header));
 
     const uint32_t fits = size < header.length ? size : header.length;
-    if (out_type)
-        *out_type = header.type;
+    if (type)
+        *type = header.type;
     if (length)
         *length = fits;
     int status = header.status;
@@ -197,7 +197,8 @@ int config_read_int(const char* key, int* out)
 {
     int32_t value;
     uint32_t length;
-    const int status = config_read_typed(key, &value, sizeof(value), &length, VX_CONFIG_TYPE_INT, nullptr);
+    uint32_t type = VX_CONFIG_TYPE_INT;
+    const int status = config_read_typed(key, &value, sizeof(value), &length, &type);
     if (status != 0)
         return status;
     if (length != sizeof(value))
@@ -211,7 +212,8 @@ int config_read_string(const char* key, char* buf, uint32_t size)
     if (!buf || size == 0)
         return VX_CONFIG_BUFFER_TOO_SMALL;
     uint32_t length;
-    const int status = config_read_typed(key, buf, size, &length, VX_CONFIG_TYPE_STRING, nullptr);
+    uint32_t type = VX_CONFIG_TYPE_STRING;
+    const int status = config_read_typed(key, buf, size, &length, &type);
     if (status != 0 && status != VX_CONFIG_BUFFER_TOO_SMALL)
         return status;
     buf[length < size ? length : size - 1] = 0;

@@ -65,12 +65,11 @@ void config_reset_for_test();
 
 // --- Single keys ----------------------------------------------------------------------------------------
 
-// Reads a value of `type` (0 for any) into `size` bytes at `buf`. `*length` becomes the smaller of size and
-// the value's length, `*out_type` its type; both may be null. Where `want` and the value's type differ:
-// VX_CONFIG_WRONG_TYPE, nothing copied. Returns the database's status otherwise; with
-// VX_CONFIG_BUFFER_TOO_SMALL as much as fits has been copied.
-int config_read_typed(const char* key, void* buf, uint32_t size, uint32_t* length, uint32_t want,
-                      uint32_t* out_type);
+// Reads a value into `size` bytes at `buf`. `*type` is the type wanted (0, or a null pointer, for any) and
+// becomes the value's; `*length` (may be null) becomes the smaller of size and the value's length. Where the
+// types differ: VX_CONFIG_WRONG_TYPE, nothing copied. Returns the database's status otherwise; with
+// VX_CONFIG_BUFFER_TOO_SMALL as much as fits has been copied. If the bus failed, both stay as they were.
+int config_read_typed(const char* key, void* buf, uint32_t size, uint32_t* length, uint32_t* type);
 
 // Reads an int. On failure `*out` stays as it was.
 int config_read_int(const char* key, int* out);

@@ -71,9 +71,9 @@ int get(Session&, const Arguments& arguments)
 {
     std::string buffer(Database::MaxValueLength, '\0');
     uint32_t length = 0;
-    uint32_t type = 0;
+    uint32_t type = VX_CONFIG_TYPE_NONE;
     int status = config_read_typed(arguments[0].c_str(), &buffer[0], static_cast<uint32_t>(buffer.size()),
-                                   &length, VX_CONFIG_TYPE_NONE, &type);
+                                   &length, &type);
     if (status != 0)
         return fail("%s: %s", arguments[0].c_str(), statusText(status));
     buffer.resize(length);
