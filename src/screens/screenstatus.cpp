@@ -10,6 +10,7 @@
 #include "model/bundle.h"
 #include "model/event_ids.h"
 #include "model/statusupdater.h"
+#include "widgets/focusframe.h"
 #include "widgets/tbattlabel.h"
 #include "widgets/tlabel.h"
 #include "widgets/tsignallabel.h"
@@ -169,10 +170,9 @@ void ScreenStatus::createLayout()
 // Outside of the layouts and made last, so that it lies above everything.
 void ScreenStatus::createSelectionFrame()
 {
-    pSelectionFrame = checkedNew<QFrame>(SOURCE, __LINE__, this);
+    pSelectionFrame = checkedNew<FocusFrame>(SOURCE, __LINE__, frameStyle, this);
     pSelectionFrame->setObjectName(QString::fromLatin1("pSelectionFrame"));
     pSelectionFrame->setGeometry(QRect(QPoint(10, 10), QPoint(245, 53)));
-    pSelectionFrame->setStyleSheet(frameStyle);
 }
 
 void ScreenStatus::connectModel()

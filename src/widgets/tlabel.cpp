@@ -11,6 +11,7 @@
 #include <QFontMetrics>
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QPixmap>
 #include <QTimer>
 
@@ -111,6 +112,7 @@ TLabel::TLabel(ICON_ID_ENUM iconId, const QString& iconName, INTERFACE_STATE_ENU
     pTopLayerLabel->setAlignment(Qt::AlignHCenter);
     pTopLayerLabel->setFont(*GuiApp::getFont(TEXT_FONT_SIZE, LANG_UNDEFINED));
     pLayout->addWidget(pTopLayerLabel);
+    pTopLayerLabel->setVisible(false); // until it has a text: an empty one would be painted, too
     pDarkLayer = checkedNew<QFrame>(SOURCE, __LINE__, this);
     pDarkLayer->setObjectName(QString::fromLatin1("pDarkLayer"));
     pDarkLayer->setStyleSheet(::frameStyle); // updateIcon() gives it another one before it is first shown
@@ -315,6 +317,18 @@ void TLabel::changeEvent(QEvent* event)
         setTopLayerText(pTopLayerLabel->text());
     }
     QLabel::changeEvent(event);
+}
+
+// A picture alone needs none of what QLabel asks of the style for it, which costs more than the picture.
+void TLabel::paintEvent(QPaintEvent* event)
+{
+    const QPixmap picture = qtcompat::labelPixmap(this);
+    if (picture.isNull()) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    QPainter painter(this);
+    painter.drawPixmap(0, 0, picture);
 }
 
 int TLabel::getPixmapWidth() const

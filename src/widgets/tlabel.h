@@ -69,6 +69,7 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
     // Path of a picture: the resource path, the name, the suffix and ".png".
     static QString picturePath(const QString& name, const QString& suffix);

@@ -100,6 +100,7 @@ private slots:
     void topLayerAlignment();
     void topLayerStylesheet();
     void fontChangeRenewsTheTextsFontAndMargin();
+    void drawnLikeAnyLabel();
     void pixmapWidth();
     void stateNames();
     void withoutMemoryTheProcessEnds_data();
@@ -607,6 +608,28 @@ void TLabelTest::fontChangeRenewsTheTextsFontAndMargin()
     QCOMPARE(label.layout()->contentsMargins().bottom(), 24 - QFontMetrics(label.top()->font()).height());
     QVERIFY(label.layout()->contentsMargins().bottom() != before);
     model()->setLanguage(LANG_ENGLISH);
+}
+
+// The icon draws its picture by itself.
+void TLabelTest::drawnLikeAnyLabel()
+{
+    for (const QSize& size : {QSize(30, 24), QSize(36, 36), QSize(20, 10)}) {
+        TestLabel label;
+        label.updateIcon();
+        label.resize(size);
+        QLabel plain;
+        plain.setAlignment(Qt::AlignTop);
+        plain.setPixmap(qtcompat::labelPixmap(&label));
+        plain.resize(size);
+        QCOMPARE(label.grab().toImage(), plain.grab().toImage());
+    }
+    TestLabel text(TLabel::ICON_STATUS_TEXT, "");
+    text.setText("Ready");
+    text.resize(60, 20);
+    QLabel plain("Ready");
+    plain.setAlignment(Qt::AlignTop);
+    plain.resize(60, 20);
+    QCOMPARE(text.grab().toImage(), plain.grab().toImage());
 }
 
 void TLabelTest::pixmapWidth()
