@@ -2,22 +2,16 @@
 // sockets, too long messages, panics with their texts.
 #include "runtime/cbus.h"
 
-#include "runtime/cbus_sock_impl.h"
-#include "runtime/fdloop.h"
-#include "sim/syslogtap/syslogtap.h"
-#include "support/keptloop.h"
+#include "support/busfixture.h"
 #include "support/nomemory.h"
-#include "support/rawbus.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <fcntl.h>
 #include <poll.h>
 #include <syslog.h>
 #include <thread>
-#include <vector>
 
 namespace {
 
@@ -27,42 +21,19 @@ using testing::IsEmpty;
 using testing::KilledBySignal;
 using testing::MatchesRegex;
 
-std::vector<std::string> seen;
-
-int noteSignal(cbus_conn_t*, const char* name, void* data, uint32_t len)
+int noteNameAndData(cbus_conn_t*, const char* name, void* data, uint32_t len)
 {
     seen.push_back(std::string(name) + "=" + std::string(static_cast<char*>(data), len));
     return 0;
 }
 
-int stopTimer(void*)
-{
-    return 0;
-}
-
-class CbusFailure : public testing::Test {
+class CbusFailure : public Cbus {
 protected:
     void SetUp() override
     {
         GTEST_FLAG_SET(death_test_style, "threadsafe");
-        signal(SIGPIPE, SIG_IGN); // as every process of the terminal does
-        seen.clear();
-        syslogtap_start();
-        loop = keptLoop();
-        conn = bus.connect(loop);
-        ASSERT_NE(conn, nullptr);
-        cbus_conn_set_rx_cb(conn, noteSignal, noteSignal, noteSignal);
-    }
-    void TearDown() override
-    {
-        cbus_conn_destroy(conn);
-        syslogtap_stop();
-    }
-    // A turn of the loop that comes back although nothing may arrive.
-    int turn()
-    {
-        fdloop_timer_add(loop, 1, stopTimer, nullptr);
-        return fdloop_run(loop);
+        Cbus::SetUp();
+        cbus_conn_set_rx_cb(conn, noteNameAndData, noteNameAndData, noteNameAndData);
     }
     int reply(int cookie = 0)
     {
@@ -79,10 +50,6 @@ protected:
         EXPECT_EQ(turn(), 0);
         EXPECT_EQ(fdloop_run(loop), 1) << "something is still on the loop";
     }
-
-    RawBus bus;
-    fdloop_t* loop = nullptr;
-    cbus_conn_t* conn = nullptr;
 };
 
 // --- The stream ends --------------------------------------------------------------------------------------

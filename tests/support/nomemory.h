@@ -1,6 +1,6 @@
-// While it lives the runtime gets no memory, or none from its n-th wish on.
-//
-// One at a time, on one thread.
+// While it lives the runtime gets no memory on this thread, or none from its n-th wish on. Other threads,
+// such as the server's, are not concerned: the gate is put up before there are any, and each has its own
+// count.
 #ifndef TESTS_SUPPORT_NOMEMORY_H
 #define TESTS_SUPPORT_NOMEMORY_H
 
@@ -11,22 +11,23 @@
 class NoMemory {
 public:
     // The first `granted` wishes are still met.
-    explicit NoMemory(int granted = 0)
-    {
-        left() = granted;
-        vx_calloc = refuse;
-    }
-    ~NoMemory() { vx_calloc = calloc; }
+    explicit NoMemory(int granted = 0) { left = granted; }
+    ~NoMemory() { left = Unlimited; }
     NoMemory(const NoMemory&) = delete;
     NoMemory& operator=(const NoMemory&) = delete;
 
-private:
-    static int& left()
+    static void* gate(size_t count, size_t size)
     {
-        static int count;
-        return count;
+        if (left == 0)
+            return nullptr;
+        left -= left != Unlimited;
+        return calloc(count, size);
     }
-    static void* refuse(size_t count, size_t size) { return left()-- > 0 ? calloc(count, size) : nullptr; }
+
+private:
+    static constexpr int Unlimited = -1;
+    static inline thread_local int left = Unlimited;
+    static inline const bool installed = (vx_calloc = gate, true);
 };
 
 #endif
