@@ -128,13 +128,13 @@ void ScreenStatusTest::columnsAndRows()
     StatusFixture f;
     model()->setWarningsPresent(true);
     f.window.show();
-    QCOMPARE(f.icon("pAntennaLabel")->geometry(), QRect(0, 0, 36, 28));
-    QCOMPARE(f.icon("pConnectLabel")->geometry(), QRect(0, 28, 36, 36));
-    QCOMPARE(f.icon("pBattLabel")->geometry(), QRect(220, 0, 36, 28));
-    QCOMPARE(f.icon("pMenuLabel")->geometry(), QRect(220, 28, 36, 36));
-    QCOMPARE(f.textFrame()->geometry(), QRect(36, 24, 184, 40));
+    QCOMPARE(f.icon("pAntennaLabel")->geometry(), QRect(0, 0, 32, 28));
+    QCOMPARE(f.icon("pConnectLabel")->geometry(), QRect(0, 28, 32, 36));
+    QCOMPARE(f.icon("pBattLabel")->geometry(), QRect(216, 0, 40, 28));
+    QCOMPARE(f.icon("pMenuLabel")->geometry(), QRect(216, 28, 40, 36));
+    QCOMPARE(f.textFrame()->geometry(), QRect(32, 24, 184, 40));
     QCOMPARE(f.text()->parentWidget(), f.textFrame());
-    int x = 38;
+    int x = 34;
     for (const char* name :
          {"pWifiLabel", "pIsdnLabel", "pLanLabel", "pPhoneLabel", "pUsbLabel", "pWarningLabel"}) {
         QCOMPARE(f.icon(name)->geometry(), QRect(x, 0, 30, 24));
@@ -149,14 +149,18 @@ void ScreenStatusTest::nothingLeavesThePanelOrOverlaps_data()
     QTest::addColumn<int>("state");
     QTest::addColumn<bool>("warnings");
     QTest::addColumn<bool>("full");
+    QTest::addColumn<int>("language"); // one for each family of fonts
     for (int state = 0; state <= 3; ++state) {
         for (bool warnings : {false, true}) {
             for (bool full : {false, true}) {
-                QTest::newRow(qPrintable(QString("state %1, warnings %2, numbers %3")
-                                             .arg(state)
-                                             .arg(warnings)
-                                             .arg(full ? "large" : "none")))
-                    << state << warnings << full;
+                for (LANG_ENUM language : {LANG_ENGLISH, LANG_RUSSIAN}) {
+                    QTest::newRow(qPrintable(QString("state %1, warnings %2, numbers %3, language %4")
+                                                 .arg(state)
+                                                 .arg(warnings)
+                                                 .arg(full ? "large" : "none")
+                                                 .arg(language)))
+                        << state << warnings << full << int(language);
+                }
             }
         }
     }
@@ -167,7 +171,9 @@ void ScreenStatusTest::nothingLeavesThePanelOrOverlaps()
     QFETCH(int, state);
     QFETCH(bool, warnings);
     QFETCH(bool, full);
+    QFETCH(int, language);
     StatusFixture f;
+    model()->setLanguage(static_cast<LANG_ENUM>(language));
     f.window.show();
     model()->setWarningsPresent(warnings);
     for (int interface = 1; interface <= 5; ++interface) {
@@ -230,9 +236,9 @@ void ScreenStatusTest::iconsHaveTheirPictures_data()
     QTest::addColumn<QString>("picture");
     QTest::addColumn<QSize>("size");
     QTest::newRow("antenna") << "pAntennaLabel"
-                             << "antenna_0" << QSize(36, 28);
+                             << "antenna_0" << QSize(32, 28);
     QTest::newRow("connect") << "pConnectLabel"
-                             << "connect_enabled" << QSize(36, 36);
+                             << "connect_enabled" << QSize(32, 36);
     QTest::newRow("wifi") << "pWifiLabel"
                           << "wifi_enabled" << QSize(30, 24);
     QTest::newRow("isdn") << "pIsdnLabel"
@@ -246,9 +252,9 @@ void ScreenStatusTest::iconsHaveTheirPictures_data()
     QTest::newRow("warning") << "pWarningLabel"
                              << "warning_enabled" << QSize(30, 24);
     QTest::newRow("battery") << "pBattLabel"
-                             << "battery_disabled" << QSize(36, 28);
+                             << "battery_disabled" << QSize(40, 28);
     QTest::newRow("menu") << "pMenuLabel"
-                          << "menu_enabled" << QSize(36, 36);
+                          << "menu_enabled" << QSize(40, 36);
 }
 
 // As they are in the file: no scaling, which would smear them.
@@ -508,7 +514,7 @@ void ScreenStatusTest::warningsBlinkAndKeepTheRowInPlace()
     QVERIFY(timer->isActive());
     QVERIFY(!f.icon("pWarningLabel")->isHidden());
     QCOMPARE(messages.countOfPrefix("Window::removePopupIfExist(EV_AP_GUI_NO_EVENTS)"), 1);
-    QTRY_COMPARE(f.icon("pWarningLabel")->geometry(), QRect(188, 0, 30, 24));
+    QTRY_COMPARE(f.icon("pWarningLabel")->geometry(), QRect(184, 0, 30, 24));
     QCOMPARE(f.icon("pWifiLabel")->geometry(), before);
     const QImage sign(GuiApp::getResourcePath() + "/warning_enabled.png");
     const QImage noSign(GuiApp::getResourcePath() + "/warning_no_sign_enabled.png");
@@ -740,7 +746,7 @@ void ScreenStatusTest::frameAroundAQuestion()
     QVERIFY(f.frameShown());
     const int w = width(f, "Point now?");
     const int h = lineHeight(f);
-    QCOMPARE(f.frame()->geometry(), QRect(36 + 92 - w / 2 - 4, 24 + 20 - h / 2 - 4, w + 8, h + 8));
+    QCOMPARE(f.frame()->geometry(), QRect(32 + 92 - w / 2 - 4, 24 + 20 - h / 2 - 4, w + 8, h + 8));
 }
 
 void ScreenStatusTest::frameHidesForOtherTextsAndComesBack()
@@ -779,7 +785,7 @@ void ScreenStatusTest::frameIsRightAfterTheFirstShow()
     f.screen->setFocusFrame(ScreenStatus::FOCUS_MENU);
     f.frame()->setGeometry(1, 1, 2, 2);
     f.window.show();
-    QCOMPARE(f.frame()->geometry(), QRect(220, 28, 36, 36));
+    QCOMPARE(f.frame()->geometry(), QRect(216, 28, 40, 36));
 }
 
 // --- Events ------------------------------------------------------------------------------------------------

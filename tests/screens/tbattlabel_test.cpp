@@ -94,7 +94,7 @@ void TBattLabelTest::barFillsTheOutline()
     battery.resize(battery.sizeHint());
     battery.setCapacity(100);
     const QImage picture = battery.grab().toImage();
-    QCOMPARE(picture.size(), QSize(36, 28));
+    QCOMPARE(picture.size(), QSize(40, 28));
     const QRgb grey = qRgb(0x99, 0x99, 0x99);
     const QRgb black = qRgb(0, 0, 0);
     for (int y = 17; y <= 24; ++y) {
