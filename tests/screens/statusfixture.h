@@ -4,6 +4,7 @@
 
 #include "screens/windowfixture.h"
 
+#include "common/qtcompat.h"
 #include "screens/screenstatus.h"
 #include "support/modelaccess.h"
 #include "support/records.h"
@@ -11,6 +12,7 @@
 #include "widgets/tlabel.h"
 #include "widgets/tsignallabel.h"
 
+#include <QFontMetrics>
 #include <QFrame>
 #include <QLabel>
 #include <QPropertyAnimation>
@@ -99,6 +101,31 @@ public:
         model()->setActiveConnectionsAndBundles(end.count(), end.data());
     }
 };
+
+// A font whose lines are this high.
+inline QFont fontOfHeight(int height)
+{
+    for (const char* family : {"DejaVu Sans", "New Century Schoolbook"}) {
+        QFont font(family);
+        for (int size = 4; size < 40; ++size) {
+            font.setPixelSize(size);
+            if (QFontMetrics(font).height() == height) {
+                return font;
+            }
+        }
+    }
+    qFatal("no font of height %d", height);
+}
+
+inline int lineHeight(const StatusFixture& f)
+{
+    return QFontMetrics(f.text()->font()).height();
+}
+
+inline int width(const StatusFixture& f, const QString& text)
+{
+    return qtcompat::textWidth(QFontMetrics(f.text()->font()), text);
+}
 
 } // namespace windowfixture
 
