@@ -55,9 +55,9 @@ inline void* label(const char* text)
     return const_cast<char*>(text);
 }
 
-inline int stopTimer(void*)
+inline int repeatTimer(void*)
 {
-    return 0;
+    return 1;
 }
 
 class Cbus : public testing::Test {
@@ -70,6 +70,7 @@ protected:
         onMessage = nullptr;
         syslogtap_start();
         loop = keptLoop();
+        fdloop_timer_add(loop, 1, repeatTimer, nullptr); // no turn waits for ever
         conn = bus.connect(loop);
         ASSERT_NE(conn, nullptr);
         cbus_conn_set_rx_cb(conn, noteSignal, noteRequest, noteReply);
@@ -80,12 +81,8 @@ protected:
         cbus_debug = false;
         syslogtap_stop();
     }
-    // A turn of the loop that comes back although nothing may arrive.
-    int turn()
-    {
-        fdloop_timer_add(loop, 1, stopTimer, nullptr);
-        return fdloop_run(loop);
-    }
+    // A turn of the loop: delivers what is there, and comes back if there is nothing.
+    int turn() { return fdloop_run(loop); }
 
     RawBus bus;
     fdloop_t* loop = nullptr;
