@@ -9,17 +9,14 @@ static const char PointingPrefix[] = "bp_ctrl.";
 Behaviour::Behaviour(fdloop_t* loop, Database& database, BusServer& server, const Options& options)
     : server(server)
 {
-    Surroundings surroundings{loop, database, std::max<uint32_t>(1, options.speed)};
+    Surroundings surroundings{loop, database, std::max<uint32_t>(1, options.speed), options.moving};
     if (options.actors) {
-        for (const char* interface : {"wlan", "isdn", "lan", "phone", "usb"})
-            actors.push_back(makeInterfaceActor(surroundings, interface));
-        actors.push_back(makePointingActor(surroundings));
+        for (auto add : {addInterfaceActors, addRadioActors, addSimActors, addNetworkActors, addAlertActors,
+                         addUpdateActors, addSystemActors, addSettingActors})
+            add(surroundings, &actors);
     }
-    if (options.moving) {
-        actors.push_back(makeSignalMover(surroundings));
-        actors.push_back(makeBatteryMover(surroundings));
-        actors.push_back(makePositionMover(surroundings));
-    }
+    if (options.moving)
+        addMovers(surroundings, &actors);
     server.provideLocally(PointingPrefix, this);
 }
 

@@ -22,6 +22,7 @@ struct Surroundings {
     fdloop_t* loop;
     Database& database;
     uint32_t speed; // so many times faster than a real terminal
+    bool moving;    // values may change by themselves
 
     // A time of the real terminal, in milliseconds of this one.
     uint32_t scaled(uint32_t milliseconds) const { return std::max<uint32_t>(1, milliseconds / speed); }
@@ -29,6 +30,11 @@ struct Surroundings {
     {
         const Value* value = database.find(key);
         return value && value->isInt() ? value->toInt() : otherwise;
+    }
+    std::string text(const std::string& key) const
+    {
+        const Value* value = database.find(key);
+        return value ? value->toText() : std::string();
     }
     void set(const std::string& key, int32_t number) { database.apply({{key, Value::integer(number)}}); }
 };
@@ -75,12 +81,28 @@ private:
     std::vector<std::unique_ptr<Actor>> actors;
 };
 
-// The makers of the actors, one source file each theme.
-std::unique_ptr<Actor> makeInterfaceActor(const Surroundings& surroundings, const std::string& interface);
-std::unique_ptr<Actor> makePointingActor(const Surroundings& surroundings);
-std::unique_ptr<Actor> makeSignalMover(const Surroundings& surroundings);
-std::unique_ptr<Actor> makeBatteryMover(const Surroundings& surroundings);
-std::unique_ptr<Actor> makePositionMover(const Surroundings& surroundings);
+// Bars that go with a signal strength in tenths of a dBHz.
+int32_t signalBars(int32_t strength);
+// The lowest strength at which there is a signal.
+constexpr int32_t LowestSignal = 320;
+// A strength in tenths that somebody has set; absent: it wanders.
+extern const char SignalLevelKey[];
+
+// What a battery in this state tells, with the times that follow from it.
+std::vector<Write> batteryWrites(int battery, int32_t percent, int32_t chargeState);
+enum ChargeState { ChargeIdle = 0, Charging = 1, Discharging = 2, Precharging = 3 };
+
+// The makers of the actors, one source file each theme. Those with a command have its name.
+using Actors = std::vector<std::unique_ptr<Actor>>;
+void addInterfaceActors(const Surroundings& surroundings, Actors* actors); // behaviour_actors.cpp
+void addRadioActors(const Surroundings& surroundings, Actors* actors);     // behaviour_radio.cpp
+void addSimActors(const Surroundings& surroundings, Actors* actors);       // behaviour_sim.cpp
+void addNetworkActors(const Surroundings& surroundings, Actors* actors);   // behaviour_network.cpp
+void addAlertActors(const Surroundings& surroundings, Actors* actors);     // behaviour_alerts.cpp
+void addUpdateActors(const Surroundings& surroundings, Actors* actors);    // behaviour_update.cpp
+void addSystemActors(const Surroundings& surroundings, Actors* actors);    // behaviour_system.cpp
+void addSettingActors(const Surroundings& surroundings, Actors* actors);   // behaviour_settings.cpp
+void addMovers(const Surroundings& surroundings, Actors* actors);          // behaviour_movers.cpp
 
 } // namespace sim
 

@@ -14,7 +14,8 @@ int32_t bounded(int32_t value, int32_t low, int32_t high)
     return std::max(low, std::min(high, value));
 }
 
-// The signal wanders in the range in which there is one, in tenths of the unit; the bars follow.
+// The signal wanders in the range in which there is one, or around the level that somebody has set; the bars
+// follow. In tenths of a dBHz.
 class SignalMover : public Actor {
 public:
     explicit SignalMover(const Surroundings& surroundings) : Actor(surroundings), timer(surroundings.loop) {}
@@ -29,10 +30,10 @@ public:
     }
 
 private:
-    static constexpr int32_t Lowest = 320;
+    static constexpr int32_t Lowest = LowestSignal;
     static constexpr int32_t Highest = 560;
     static constexpr int32_t Step = 12;
-    static constexpr int32_t Bars = 4;
+    static constexpr int32_t AroundLevel = 10;
     static constexpr const char* Interval = "ram.status.signal_strength.update_interval";
     static constexpr const char* Strength = "ram.status.signal_strength";
     static constexpr const char* Norm = "ram.status.signal_strength_norm";
@@ -48,10 +49,13 @@ private:
     }
     void move()
     {
+        int32_t level = terminal.number(SignalLevelKey, -1);
+        int32_t low = level < 0 ? Lowest : level < Lowest ? 0 : std::max(Lowest, level - AroundLevel);
+        int32_t high = level < 0 ? Highest : level < Lowest ? level : level + AroundLevel;
         std::uniform_int_distribution<int32_t> step(-Step, Step);
-        int32_t strength = bounded(terminal.number(Strength, Highest) + step(random), Lowest, Highest);
-        int32_t bars = (strength - Lowest) * (Bars + 1) / (Highest - Lowest + 1);
-        terminal.database.apply({{Strength, Value::integer(strength)}, {Norm, Value::integer(bars)}});
+        int32_t strength = bounded(terminal.number(Strength, Highest) + step(random), low, high);
+        terminal.database.apply(
+            {{Strength, Value::integer(strength)}, {Norm, Value::integer(signalBars(strength))}});
     }
 
     Timer timer;
@@ -72,12 +76,10 @@ public:
 private:
     static constexpr uint32_t Period = 5000; // ms for a percent
     static constexpr int32_t Lowest = 20;
-    static constexpr int32_t MinutesPerPercent = 3;
-    enum ChargeState { Idle = 0, Charging = 1, Discharging = 2 };
-
+    static constexpr int Number = 1;
     void move()
     {
-        const std::string battery = "ram.status.battery.1.";
+        const std::string battery = "ram.status.battery." + std::to_string(Number) + ".";
         if (terminal.number(battery + "status", -1) != 0)
             return;
         int32_t percent = terminal.number(battery + "relative_state_of_charge", 100);
@@ -85,19 +87,14 @@ private:
         bool supplied = terminal.number("ram.status.psumcu.events.external_supply", 0) != 0;
 
         if (supplied)
-            state = percent < 100 ? Charging : Idle;
+            state = percent < 100 ? Charging : ChargeIdle;
         else if (percent <= Lowest)
             state = Charging;
         else if (percent >= 100 || state != Charging)
             state = Discharging;
         percent = bounded(percent + (state == Charging ? 1 : state == Discharging ? -1 : 0), 0, 100);
 
-        int32_t toEmpty = state == Discharging ? percent * MinutesPerPercent : 0;
-        int32_t toFull = state == Charging ? (100 - percent) * MinutesPerPercent : 0;
-        terminal.database.apply({{battery + "relative_state_of_charge", Value::integer(percent)},
-                                 {battery + "charge_discharge_status", Value::integer(state)},
-                                 {battery + "average_time_to_empty", Value::integer(toEmpty)},
-                                 {battery + "average_time_to_full", Value::integer(toFull)}});
+        terminal.database.apply(batteryWrites(Number, percent, state));
     }
 
     Timer timer;
@@ -145,19 +142,32 @@ private:
 
 } // namespace
 
-std::unique_ptr<Actor> makeSignalMover(const Surroundings& surroundings)
+int32_t signalBars(int32_t strength)
 {
-    return std::make_unique<SignalMover>(surroundings);
+    constexpr int32_t Bars = 4;
+    constexpr int32_t All = 560; // from here on
+    return strength < LowestSignal
+               ? 0
+               : std::min(Bars, (strength - LowestSignal) * (Bars + 1) / (All - LowestSignal + 1));
 }
 
-std::unique_ptr<Actor> makeBatteryMover(const Surroundings& surroundings)
+std::vector<Write> batteryWrites(int battery, int32_t percent, int32_t chargeState)
 {
-    return std::make_unique<BatteryMover>(surroundings);
+    constexpr int32_t MinutesPerPercent = 3;
+    const std::string prefix = "ram.status.battery." + std::to_string(battery) + ".";
+    int32_t toEmpty = chargeState == Discharging ? percent * MinutesPerPercent : 0;
+    int32_t toFull = chargeState == Charging ? (100 - percent) * MinutesPerPercent : 0;
+    return {{prefix + "relative_state_of_charge", Value::integer(percent)},
+            {prefix + "charge_discharge_status", Value::integer(chargeState)},
+            {prefix + "average_time_to_empty", Value::integer(toEmpty)},
+            {prefix + "average_time_to_full", Value::integer(toFull)}};
 }
 
-std::unique_ptr<Actor> makePositionMover(const Surroundings& surroundings)
+void addMovers(const Surroundings& surroundings, Actors* actors)
 {
-    return std::make_unique<PositionMover>(surroundings);
+    actors->push_back(std::make_unique<SignalMover>(surroundings));
+    actors->push_back(std::make_unique<BatteryMover>(surroundings));
+    actors->push_back(std::make_unique<PositionMover>(surroundings));
 }
 
 } // namespace sim

@@ -1,12 +1,14 @@
 // get, set, list, watch and the rest, on the runtime's configuration client.
 #include "sim/client_commands.h"
 
+#include "sim/command_actor.h"
 #include "sim/initial_values.h"
 
 #include "runtime/cbus.h"
 #include "runtime/config_client_api.h"
 #include "runtime/fdloop.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -164,30 +166,79 @@ int pointing(Session& session, const Arguments& arguments)
                : fail("the bus failed");
 }
 
-struct Command {
+// A command for one of the terminal's processes goes into its key; it has been carried out, or refused, when
+// the write is answered.
+int command(const std::string& name, const Arguments& arguments)
+{
+    const std::string key = CommandPrefix + name;
+    if (modify(key, Value::text(joined(arguments, 0))) != 0)
+        return 1;
+    uint32_t length = 0;
+    if (config_status(key.c_str(), &length) == 0)
+        return fail("%s: nobody there carries out commands", name.c_str());
+    char reason[512];
+    if (config_read_string(CommandError, reason, sizeof reason) != 0)
+        return 0;
+    fail("%s", reason);
+    return 1;
+}
+
+bool isCommand(const std::string& name)
+{
+    const std::vector<CommandForm>& forms = commandForms();
+    return std::any_of(forms.begin(), forms.end(),
+                       [&](const CommandForm& form) { return name == form.name; });
+}
+
+struct Request {
     const char* name;
     size_t arguments;
     int (*run)(Session& session, const Arguments& arguments);
+    const char* form; // of the arguments
+    const char* help;
 };
-const Command Commands[] = {
-    {"get", 1, get},   {"set", 2, set},     {"delete", 1, remove},
-    {"list", 1, list}, {"watch", 1, watch}, {"status", 1, status},
-    {"sync", 0, sync}, {"reset", 0, reset}, {"pointing", 1, pointing},
+const Request Requests[] = {
+    {"get", 1, get, "KEY", "print a value"},
+    {"set", 2, set, "KEY TYPE:VALUE", "write a value: int:5, string:text, blob:00ff"},
+    {"delete", 1, remove, "KEY", "delete a key"},
+    {"list", 1, list, "EXPRESSION", "print all keys that match a regular expression, with values"},
+    {"watch", 1, watch, "PREFIX", "print changes of keys that begin so, until Ctrl-C"},
+    {"status", 1, status, "KEY", "print the length of a value"},
+    {"sync", 0, sync, "", "save the settings"},
+    {"reset", 0, reset, "", "factory reset of the settings"},
+    {"pointing", 1, pointing, "COMMAND", "send a pointing command: start, stop or cancel"},
 };
+
+const Request* findRequest(const std::string& name)
+{
+    for (const Request& request : Requests) {
+        if (name == request.name)
+            return &request;
+    }
+    return nullptr;
+}
+
+void printForm(const std::string& form, const char* help)
+{
+    constexpr int Width = 34;
+    if (form.size() > Width)
+        printf("  %s\n  %*s %s\n", form.c_str(), Width, "", help);
+    else
+        printf("  %-*s %s\n", Width, form.c_str(), help);
+}
 
 } // namespace
 
-int runClientCommand(const std::string& address, const std::vector<std::string>& command)
+int runClientCommand(const std::string& address, const std::vector<std::string>& words)
 {
-    const Command* found = nullptr;
-    for (const Command& candidate : Commands) {
-        if (command[0] == candidate.name)
-            found = &candidate;
+    const std::string& name = words[0];
+    const Request* request = findRequest(name);
+    if (!request && !isCommand(name)) {
+        fail("unknown command %s (--help tells more)", name.c_str());
+        return 2;
     }
-    if (!found || command.size() != found->arguments + 1) {
-        fail(found ? "%s: wrong number of arguments (--help tells more)"
-                   : "unknown command %s (--help tells more)",
-             command[0].c_str());
+    if (request ? words.size() != request->arguments + 1 : words.size() < 2) {
+        fail("%s: wrong number of arguments (--help tells more)", name.c_str());
         return 2;
     }
     setenv("CBUS_ADDR", address.c_str(), 1);
@@ -196,9 +247,20 @@ int runClientCommand(const std::string& address, const std::vector<std::string>&
     if (!session.connection)
         return fail("no bus at %s", address.c_str());
     config_init_cbus(session.connection, nullptr);
-    int result = found->run(session, Arguments(command.begin() + 1, command.end()));
+    Arguments arguments(words.begin() + 1, words.end());
+    int result = request ? request->run(session, arguments) : command(name, arguments);
     fflush(stdout);
     return result;
+}
+
+void printCommandHelp()
+{
+    puts("\ncommands:");
+    for (const Request& request : Requests)
+        printForm(request.name + (" " + std::string(request.form)), request.help);
+    puts("\ncommands to the processes of the terminal:");
+    for (const CommandForm& form : commandForms())
+        printForm(form.name + (" " + std::string(form.words)), form.help);
 }
 
 } // namespace sim

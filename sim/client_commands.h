@@ -11,7 +11,10 @@ namespace sim {
 
 // Connects to the address and carries the command (its name, then its arguments) out: results on standard
 // output, errors on standard error. Returns the exit status: 0, 1 if it failed, 2 for a wrong command line.
-int runClientCommand(const std::string& address, const std::vector<std::string>& command);
+int runClientCommand(const std::string& address, const std::vector<std::string>& words);
+
+// Prints what commands there are, for --help.
+void printCommandHelp();
 
 } // namespace sim
 

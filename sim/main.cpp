@@ -22,20 +22,8 @@ static const char Usage[] =
     "  --still               nothing moves by itself\n"
     "  --speed N             let it move and react N times faster, 1 to 1000\n"
     "  --quiet               print errors only\n"
-    "  --help                print this\n"
-    "\n"
-    "commands:\n"
-    "  get KEY               print a value\n"
-    "  set KEY TYPE:VALUE    write a value: int:5, string:text, blob:00ff\n"
-    "  delete KEY            delete a key\n"
-    "  list EXPRESSION       print all keys that match a regular expression, with values\n"
-    "  watch PREFIX          print changes of keys that begin so, until Ctrl-C\n"
-    "  status KEY            print the length of a value\n"
-    "  sync                  save the settings\n"
-    "  reset                 factory reset of the settings\n"
-    "  pointing COMMAND      send a pointing command: start, stop or cancel\n"
-    "\n"
-    "The exit status is 0, 1 if something failed, 2 for a wrong command line.\n";
+    "  --help                print this\n";
+static const char UsageEnd[] = "\nThe exit status is 0, 1 if something failed, 2 for a wrong command line.\n";
 
 namespace {
 
@@ -170,6 +158,8 @@ int main(int argc, char** argv)
     }
     if (line.help) {
         fputs(Usage, stdout);
+        sim::printCommandHelp();
+        fputs(UsageEnd, stdout);
         return 0;
     }
     return line.command.empty() ? runTerminal(line)
