@@ -532,46 +532,7 @@ private slots:
         QCOMPARE(model().getEventSeverityAsString(-1), QString("No debug text for severity=-1"));
     }
 
-    // Receivers may call the model from each of these signals: none comes under the lock.
-    void nothingIsEmittedUnderTheLock()
-    {
-        connect(&model(), SIGNAL(showPopup(fmmi_evt_t)), this, SLOT(callBack()));
-        connect(&model(), SIGNAL(signalRemovePopup(uint)), this, SLOT(callBack()));
-        connect(&model(), SIGNAL(eventListChanged()), this, SLOT(callBack()));
-        connect(&model(), SIGNAL(warningsPresentChanged(bool)), this, SLOT(callBack()));
-        connect(&model(), SIGNAL(definedBundlesCfgChanged()), this, SLOT(callBack()));
-        connect(&model(), SIGNAL(statusChanged()), this, SLOT(callBack()));
-        connect(&model(), SIGNAL(beamTypeChanged()), this, SLOT(callBack()));
-        connect(&model(), SIGNAL(stateEventReceived(STATE_EVENT)), this, SLOT(callBack()));
-        connect(&model(), SIGNAL(signalSubscribeToPollRmValues(bool)), this, SLOT(callBack()));
-        calls = 0;
-        model().setSystemEvents({eventOf(0x210)});
-        model().setSystemEvents({eventOf(0x240)});
-        model().setSystemEvents({});
-        model().addLocalEvent(0x210, EVENT_INFO);
-        model().showAllSystemEvents();
-        model().removeLocalEvent(0x210);
-        Records bundles;
-        bundles.text("cfg.admin.bundle.1.name", "One");
-        model().setDefinedBundlesCfg(bundles.count(), bundles.data());
-        bus->terminal.set("rmcfg.sys.status.mode", "operating");
-        bus->terminal.set("rmcfg.platform.usim.status", 0);
-        model().pollStatusFromRm();
-        model().subscribeToChanges(false);
-        QCOMPARE(calls, 20);
-    }
-
-public slots:
-    void callBack()
-    {
-        ++calls;
-        model().getEvents();
-        model().getDefinedBundles();
-        model().getSimStatus();
-    }
-
 private:
-    int calls = 0;
     BusFixture* bus = nullptr;
 };
 

@@ -1,5 +1,4 @@
-// The frame of the model: its start, the thread rule, the timers, which setter emits when, that nothing is
-// emitted under the lock, and that it may be used from two threads at once.
+// The frame of the model: its start, the thread rule, the timers, and which setter emits when.
 #include "model/statusupdater.h"
 
 #include "common/log.h"
@@ -8,11 +7,9 @@
 #include "support/modelaccess.h"
 #include "support/records.h"
 
-#include <QMetaMethod>
 #include <QSignalSpy>
 #include <QThread>
 
-#include <atomic>
 #include <functional>
 #include <thread>
 
@@ -151,33 +148,6 @@ QList<SetterRow> setters()
          1, 0, false},
     };
 }
-
-// Calls back into the model from every signal, as a screen may. If a signal came under the lock, the call
-// would wait out the lock's time and end the process.
-class Caller : public QObject {
-    Q_OBJECT
-
-public:
-    int calls = 0;
-
-    void listenToAll()
-    {
-        const QMetaObject* const type = model().metaObject();
-        const int slot = metaObject()->indexOfSlot("callBack()");
-        for (int i = type->methodOffset(); i < type->methodCount(); ++i)
-            if (type->method(i).methodType() == QMetaMethod::Signal)
-                QMetaObject::connect(&model(), i, this, slot, Qt::DirectConnection);
-    }
-
-public slots:
-    void callBack()
-    {
-        ++calls;
-        model().getStatusText();
-        model().getEvents();
-        model().setSwBuildDetails("1.0", 1, 0, "", "");
-    }
-};
 
 } // namespace
 
@@ -487,130 +457,6 @@ private slots:
             log.count(QtDebugMsg,
                       "StatusUpdater::setScreenSaverTime(): About to emit signal screenSaverTimeChanged()"),
             1);
-    }
-
-    // A receiver may call the model from any of its signals, so none comes under the lock.
-    void nothingIsEmittedUnderTheLock()
-    {
-        Caller caller;
-        caller.listenToAll();
-        for (const SetterRow& setter : setters()) {
-            setter.set(setter.first);
-            setter.set(setter.second);
-        }
-        model().takeScreenshot();
-        model().handleUpdateTimeout();
-        model().handlePinTimeout();
-        model().stopHidePointNowText();
-        model().setMainWindowState(MAIN_WINDOW_HIDDEN);
-        model().setSwUploadStatus(0, 0, 0);
-        model().setSwUploadStatus(1, 0, 0);
-        sendSessions();
-        sendBonding();
-        QVERIFY(caller.calls > 60);
-    }
-
-    // --- Two threads ---------------------------------------------------------------------------------------
-
-    // Setters on one thread, getters on another, for two seconds: nothing is torn, nothing deadlocks. Under
-    // the thread sanitizer this finds members that the lock was forgotten for.
-    void setAndReadOnTwoThreadsAtOnce()
-    {
-        StatusUpdater* const m = &model();
-        m->setBrightness(1);
-        m->updateTranslatedStatusTexts();
-        setDebugLogWanted(false); // its lines would take most of the time
-        std::atomic<bool> stop(false);
-        std::thread setter([&] {
-            for (int i = 0; !stop; ++i)
-                setAll(*m, i);
-        });
-        QElapsedTimer clock;
-        clock.start();
-        int rounds = 0;
-        while (clock.elapsed() < 2000) {
-            readAll(*m);
-            ++rounds;
-        }
-        stop = true;
-        setter.join();
-        setDebugLogWanted(true);
-        QVERIFY(rounds > 10);
-    }
-
-private:
-    static void sendSessions()
-    {
-        Records start;
-        start.number("ram.status.ongoing_data_sessions.0.status", 2)
-            .number("ram.status.ongoing_data_sessions.0.time", 1000)
-            .number("ram.status.ongoing_data_sessions.0.context.1.traffic_class", 3);
-        model().setActiveConnectionsAndBundles(start.count(), start.data());
-        Records current;
-        current.number("ram.net.user_groups.0.current_bundle", 3);
-        model().setCurrentBundleNumber(current.count(), current.data());
-        Records gone;
-        gone.deleted("ram.net.user_groups.0.current_bundle");
-        model().setCurrentBundleNumber(gone.count(), gone.data());
-        Records end;
-        end.deleted("ram.status.ongoing_data_sessions.0.status");
-        model().setActiveConnectionsAndBundles(end.count(), end.data());
-    }
-    static void sendBonding()
-    {
-        Records services;
-        services.text("ram.bonding.status.service.0", "XBB:HDR_STREAM896K")
-            .number("ram.bonding.status.service.0.cnt", 2);
-        model().setBondingServicesAvailable(services.count(), services.data());
-    }
-
-    static void setAll(StatusUpdater& m, int i)
-    {
-        m.setScreenSaverTime(i);
-        m.setBrightness(i & 7);
-        m.setLanguage(LANG_ENUM(i % 7));
-        m.setInterfaceState(INTERFACE_NAME_WIFI, INTERFACE_STATE_ENUM(i & 3));
-        m.setSignalLevel(i);
-        m.setPosition(positionOf(i));
-        m.setBattData(batteryOf(i), batteryOf(i));
-        m.setExternalSupplyPresent(i & 1);
-        m.setImeiStr(QString::number(i));
-        m.setHelpDeskStr(QString::number(i));
-        m.setSwBuildDetails(QString::number(i), i, 0, QString::number(i), "date");
-        m.setWanActive(ENUM_WAN_ACTIVE(i & 1));
-        m.setControlledByATCommands(i & 1);
-        m.setExtendedSystemStatus(11);
-        m.setPointingMode(ENUM_POINTED_STATUS(i % 3));
-        m.setDhcpClientMode(i & 1);
-        m.setBondingEnabled(i & 2);
-        sendSessions();
-        sendBonding();
-    }
-    static void readAll(StatusUpdater& m)
-    {
-        m.getScreenSaverTime();
-        m.getBrightnessEnum();
-        m.getLanguage();
-        m.getInterfaceState(INTERFACE_NAME_WIFI);
-        m.getSignalLevel();
-        m.getGpsPositionStr();
-        m.getTotalBattCapacity();
-        m.getTotalBattRemainingTimeStr();
-        m.getBatt2ndLabel(BATT_TYPE_INTERNAL);
-        m.getImeiStr();
-        m.getHelpDeskStr();
-        m.getSoftwareVersion();
-        m.getWanActive();
-        m.getBondingState();
-        m.getDefinedBundles();
-        bundle_t bundle;
-        m.getBundleByBundleNumber(1, &bundle);
-        m.predefinedBundleActive();
-        m.getEvents();
-        m.getHidePointNowText();
-        m.updateCurrentStatusTextId();
-        m.getStatusText();
-        m.getActiveBundlesStatusStr();
     }
 };
 
