@@ -12,7 +12,6 @@
 #include <QColor>
 #include <QCoreApplication>
 #include <QEvent>
-#include <QHeaderView>
 #include <QVBoxLayout>
 
 namespace {
@@ -26,8 +25,6 @@ const int STARTING_POPUP_MS = 2000;
 const int FONT_SIZE = 14;
 const QRgb ENABLED_COLOUR = qRgba(255, 255, 255, 255);
 const QRgb REFUSED_COLOUR = qRgba(100, 100, 100, 255);
-const char TREE_STYLE[] = "selection-background-color: rgba(80, 80, 80, 255); "
-                          "background: rgba(0,0,0,255); color: rgba(255,255,255,255)";
 
 // What the model tells, and what it leads to, in this order.
 const struct {
@@ -85,16 +82,9 @@ void ScreenAction::createTree()
     pLayout->setSpacing(0);
     pTreeWidget = checkedNew<TTreeWidget>(SOURCE, __LINE__, this);
     pTreeWidget->setObjectName(QString::fromLatin1("pTreeWidget"));
-    pTreeWidget->setColumnCount(2);
+    pTreeWidget->setUpList(2);
     pTreeWidget->setColumnWidth(0, NAME_WIDTH);
     pTreeWidget->setColumnWidth(1, TIME_WIDTH);
-    pTreeWidget->setHeaderHidden(true);
-    pTreeWidget->setRootIsDecorated(false);
-    pTreeWidget->setSelectionMode(QAbstractItemView::SingleSelection);
-    pTreeWidget->setSelectionBehavior(QAbstractItemView::SelectItems);
-    pTreeWidget->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    pTreeWidget->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    pTreeWidget->setStyleSheet(QString::fromLatin1(TREE_STYLE));
     pLayout->addWidget(pTreeWidget);
     setFocusProxy(pTreeWidget);
 }

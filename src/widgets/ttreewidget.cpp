@@ -1,15 +1,54 @@
 // The list of the settings menu and of the bundles; see the header.
 #include "widgets/ttreewidget.h"
 
+#include "common/checked.h"
 #include "common/log.h"
 
 #include <QKeyEvent>
+#include <QStyledItemDelegate>
 #include <QTreeWidgetItemIterator>
+
+namespace {
+
+const char SOURCE[] = "ttreewidget";
+const char LIST_STYLE[] = "selection-background-color: rgba(80, 80, 80, 255); "
+                          "background: rgba(0,0,0,255); color: rgba(255,255,255,255)";
+
+// Draws a row without the dotted line around the current one: it would run through the letters, and the
+// grey ground of the selection says the same.
+class PlainRow : public QStyledItemDelegate {
+public:
+    explicit PlainRow(QObject* parent) : QStyledItemDelegate(parent) {}
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_HasFocus;
+    }
+};
+
+} // namespace
 
 TTreeWidget::TTreeWidget(QWidget* parent) : QTreeWidget(parent)
 {
     // By the name that the signal carries, for whoever has it delivered later or records it.
     qRegisterMetaType<TTreeWidgetItem::WIDGET_ITEM_ID_ENUM>("TTreeWidgetItem::WIDGET_ITEM_ID_ENUM");
+}
+
+// Without a frame four rows of the Latin fonts fill the panel's height exactly.
+void TTreeWidget::setUpList(int columns)
+{
+    setColumnCount(columns);
+    setHeaderHidden(true);
+    setRootIsDecorated(false);
+    setFrameShape(QFrame::NoFrame);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionBehavior(QAbstractItemView::SelectItems);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setStyleSheet(QString::fromLatin1(LIST_STYLE));
+    setItemDelegate(checkedNew<PlainRow>(SOURCE, __LINE__, static_cast<QObject*>(this)));
 }
 
 // The lists are short: a walk is good enough.

@@ -17,6 +17,10 @@ class TTreeWidget : public QTreeWidget {
 public:
     explicit TTreeWidget(QWidget* parent);
 
+    // The look that both lists share: bare rows, white on black, that fill the whole widget, and one of
+    // them selected. columns: 1 or more.
+    void setUpList(int columns);
+
     // The first row with the id, from the top and depth first, hidden and collapsed ones included. Null
     // if there is none; owned by the list.
     TTreeWidgetItem* getItemById(TTreeWidgetItem::WIDGET_ITEM_ID_ENUM id);
