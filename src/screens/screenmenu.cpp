@@ -11,14 +11,11 @@
 #include "widgets/ttreewidget.h"
 
 #include <QEvent>
-#include <QHeaderView>
 #include <QVBoxLayout>
 
 namespace {
 
 const char SOURCE[] = "screenmenu";
-const char TREE_STYLE[] = "selection-background-color: rgba(80, 80, 80, 255); "
-                          "background: rgba(0,0,0,255); color: rgba(255,255,255,255)";
 
 // What the model tells, and what it leads to.
 const struct {
@@ -43,14 +40,7 @@ ScreenMenu::ScreenMenu(Window* pWindow)
     layout->setSpacing(0);
     pTreeWidget = checkedNew<TTreeWidget>(SOURCE, __LINE__, this);
     pTreeWidget->setObjectName(QString::fromLatin1("pTreeWidget"));
-    pTreeWidget->setColumnCount(1);
-    pTreeWidget->header()->hide();
-    pTreeWidget->setRootIsDecorated(false);
-    pTreeWidget->setSelectionMode(QAbstractItemView::SingleSelection);
-    pTreeWidget->setSelectionBehavior(QAbstractItemView::SelectItems);
-    pTreeWidget->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    pTreeWidget->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    pTreeWidget->setStyleSheet(QString::fromLatin1(TREE_STYLE));
+    pTreeWidget->setUpList(1);
     layout->addWidget(pTreeWidget);
     setFocusProxy(pTreeWidget);
 
