@@ -5,8 +5,15 @@
 #include "app/guiapp.h"
 #include "common/checked.h"
 #include "common/log.h"
+#include "model/event_ids.h"
 #include "model/statusupdater.h"
 #include "runtime/vx_log.h"
+#include "screens/screenaction.h"
+#include "screens/screenantenna.h"
+#include "screens/screenbattery.h"
+#include "screens/screenenterpin.h"
+#include "screens/screenmenu.h"
+#include "screens/screenpointing.h"
 #include "screens/screenpopup.h"
 #include "screens/screenstatus.h"
 
@@ -69,10 +76,8 @@ const char* boolText(bool value)
 
 } // namespace
 
-// One screen of the panel. create makes it and keeps it in its member; forget clears that member. A row
-// without them is a screen that doesn't exist yet: a request for it is logged like that for an unknown
-// one. prepare runs each time before the screen is shown and may refuse it; null if there is nothing to
-// prepare.
+// One screen of the panel. create makes it and keeps it in its member; forget clears that member. prepare
+// runs each time before the screen is shown and may refuse it; null if there is nothing to prepare.
 struct Window::ScreenRow {
     Screen::SCREEN_ID_ENUM id;
     const char* name;
@@ -97,12 +102,13 @@ template <typename ScreenClass, ScreenClass* Window::*Member> struct Window::Scr
 const Window::ScreenRow Window::screenRows[NUMBER_OF_SCREENS] = {
     {Screen::SCREEN_POPUP, "SCREEN_POPUP", SCREEN_CLASS(ScreenPopup), nullptr},
     {Screen::SCREEN_STATUS, "SCREEN_STATUS", SCREEN_CLASS(ScreenStatus), &Window::prepareStatusScreen},
-    {Screen::SCREEN_BATTERY, "SCREEN_BATTERY", nullptr, nullptr, nullptr},
-    {Screen::SCREEN_ANTENNA, "SCREEN_ANTENNA", nullptr, nullptr, nullptr},
-    {Screen::SCREEN_ACTION, "SCREEN_ACTION", nullptr, nullptr, nullptr},
-    {Screen::SCREEN_MENU, "SCREEN_MENU", nullptr, nullptr, nullptr},
-    {Screen::SCREEN_POINTING, "SCREEN_POINTING", nullptr, nullptr, nullptr},
-    {Screen::SCREEN_ENTER_PIN, "SCREEN_ENTER_PIN", nullptr, nullptr, nullptr},
+    {Screen::SCREEN_BATTERY, "SCREEN_BATTERY", SCREEN_CLASS(ScreenBattery), nullptr},
+    {Screen::SCREEN_ANTENNA, "SCREEN_ANTENNA", SCREEN_CLASS(ScreenAntenna), nullptr},
+    {Screen::SCREEN_ACTION, "SCREEN_ACTION", SCREEN_CLASS(ScreenAction), &Window::prepareActionScreen},
+    {Screen::SCREEN_MENU, "SCREEN_MENU", SCREEN_CLASS(ScreenMenu), nullptr},
+    {Screen::SCREEN_POINTING, "SCREEN_POINTING", SCREEN_CLASS(ScreenPointing), nullptr},
+    {Screen::SCREEN_ENTER_PIN, "SCREEN_ENTER_PIN", SCREEN_CLASS(ScreenEnterPin),
+     &Window::prepareEnterPinScreen},
 };
 
 // Row of an id, -1 if it is none of the table's.
@@ -119,7 +125,9 @@ int Window::rowOfScreen(Screen::SCREEN_ID_ENUM screenId)
 // model already holds is taken over afterwards, so that nothing falls between.
 Window::Window(QWidget* parent)
     : QWidget(parent, Qt::WindowFlags()), pStatusUpdater(nullptr), pCurrentScreen(nullptr),
-      pScreenStatus(nullptr), pScreenPopup(nullptr), pGridLayout(nullptr), pTranslator(nullptr)
+      pScreenPopup(nullptr), pScreenStatus(nullptr), pScreenBattery(nullptr), pScreenAntenna(nullptr),
+      pScreenAction(nullptr), pScreenMenu(nullptr), pScreenPointing(nullptr), pScreenEnterPin(nullptr),
+      pGridLayout(nullptr), pTranslator(nullptr)
 {
     logDebug() << "Window::Window(): Start of constructor.";
     for (Screen*& screen : m_screens)
@@ -150,8 +158,7 @@ Window::~Window()
         const int row = rowOfScreen(screenId);
         Screen* const screen = m_screens[row];
         m_screens[row] = nullptr;
-        if (screenRows[row].forget)
-            screenRows[row].forget(this);
+        screenRows[row].forget(this);
         delete screen;
     }
     delete pGridLayout;
@@ -178,8 +185,6 @@ void Window::createScreens()
 {
     QList<Screen*> screens;
     for (int row = 0; row < NUMBER_OF_SCREENS; ++row) {
-        if (!screenRows[row].create)
-            continue;
         m_screens[row] = screenRows[row].create(this);
         screens.append(m_screens[row]);
         // The later screens find a current screen and a popup screen that works.
@@ -193,15 +198,6 @@ void Window::createScreens()
         pGridLayout->QLayout::addWidget(screen);
     for (Screen* screen : screens)
         screen->setVisible(false);
-}
-
-void Window::addScreen(Screen* screen)
-{
-    const int row = rowOfScreen(screen->getId());
-    panelAssert(row >= 0 && !m_screens[row], SOURCE, __LINE__);
-    m_screens[row] = screen;
-    pGridLayout->QLayout::addWidget(screen);
-    screen->setVisible(false);
 }
 
 void Window::connectModel()
@@ -359,6 +355,25 @@ void Window::showAllowedScreen(Screen::SCREEN_ID_ENUM screenId)
 bool Window::prepareStatusScreen()
 {
     pScreenStatus->updateStatusText();
+    return true;
+}
+
+bool Window::prepareActionScreen()
+{
+    if (pStatusUpdater->getNumberOfDefinedBundles() < 1) {
+        addPopup(EV_AP_GUI_NO_BUNDLES_DEFINED, EVENT_INFO, POPUP_CLOSE_OK);
+        return false;
+    }
+    if (pStatusUpdater->predefinedBundleActive()) {
+        pScreenAction->collapseAllBundles();
+        pScreenAction->setFocusOnFirstActiveBundle();
+    }
+    return true;
+}
+
+bool Window::prepareEnterPinScreen()
+{
+    pScreenEnterPin->resetScreen();
     return true;
 }
 

@@ -19,6 +19,12 @@
 
 class QGridLayout;
 class QTranslator;
+class ScreenAction;
+class ScreenAntenna;
+class ScreenBattery;
+class ScreenEnterPin;
+class ScreenMenu;
+class ScreenPointing;
 class ScreenPopup;
 class ScreenStatus;
 class StatusUpdater;
@@ -61,7 +67,7 @@ public:
                   const QString& extraText, long long epochTimeMs);
     // Takes a popup away, if it is there.
     void removePopupIfExist(unsigned int eventId);
-    // Scrolls the menu to its alerts and expands them; logged only, as long as there is no menu screen.
+    // Scrolls the menu to its alerts and expands them.
     void scrollToAlertMenuAndExpand();
     // Sends the pointing command "stop" if the terminal is pointing.
     void stopPointing();
@@ -93,11 +99,6 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
-    // Gives the screen its place under its id, which must be one of the table's, and the window owns it
-    // from then on. The constructor does it for every class of the table; a test may add screens of its
-    // own for ids that have none.
-    void addScreen(Screen* screen);
-
 private:
     struct ScreenRow;
     template <typename ScreenClass, ScreenClass* Window::*Member> struct ScreenMember;
@@ -116,6 +117,8 @@ private:
     void showAllowedScreen(Screen::SCREEN_ID_ENUM screenId);
     void showScreen(Screen* pScreen);
     bool prepareStatusScreen();
+    bool prepareActionScreen();
+    bool prepareEnterPinScreen();
     QString idAndName(Screen::SCREEN_ID_ENUM screenId) const;
     void loadLanguage(LANG_ENUM lang);
 
@@ -143,9 +146,15 @@ private:
 
     StatusUpdater* pStatusUpdater;        // not owned
     Screen* pCurrentScreen;               // set to be visible; null only during construction; owned below
-    Screen* m_screens[NUMBER_OF_SCREENS]; // owned, in the order of the table; null where there is none yet
-    ScreenStatus* pScreenStatus;          // the same objects, by their class
-    ScreenPopup* pScreenPopup;
+    Screen* m_screens[NUMBER_OF_SCREENS]; // owned, in the order of the table; null until created
+    ScreenPopup* pScreenPopup;            // the same objects, by their class
+    ScreenStatus* pScreenStatus;
+    ScreenBattery* pScreenBattery;
+    ScreenAntenna* pScreenAntenna;
+    ScreenAction* pScreenAction;
+    ScreenMenu* pScreenMenu;
+    ScreenPointing* pScreenPointing;
+    ScreenEnterPin* pScreenEnterPin;
     QGridLayout* pGridLayout; // owned
     QTranslator* pTranslator; // owned; null until the first language was loaded
     // Screens that the user left and can return to, the last one most recent.

@@ -6,6 +6,7 @@
 #include "model/event_ids.h"
 #include "model/pointing_command.h"
 #include "model/statusupdater.h"
+#include "screens/screenmenu.h"
 #include "screens/screenpopup.h"
 #include "screens/screenstatus.h"
 
@@ -103,5 +104,5 @@ void Window::handleSimReady()
 // The alerts are a branch of the menu, which is not built yet.
 void Window::scrollToAlertMenuAndExpand()
 {
-    logDebug() << "Window::scrollToAlertMenuAndExpand(): There is no menu screen.";
+    pScreenMenu->scrollToAlertMenuAndExpand();
 }

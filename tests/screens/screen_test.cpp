@@ -275,7 +275,7 @@ void ScreenTest::keyWithoutNeighbourIsLogged()
 
 void ScreenTest::longOkChangesNothingOnTheStatusScreen()
 {
-    TestWindow window;
+    Window window;
     const QImage before = window.grab().toImage();
     Messages messages;
     QTest::keyClick(window.getScreenById(Screen::SCREEN_STATUS), Qt::Key_Space);
@@ -298,14 +298,13 @@ void ScreenTest::neighbourIsShownWithoutHistory()
     } setters[] = {{Qt::Key_Up, &Screen::setUpScreen},     {Qt::Key_Down, &Screen::setDownScreen},
                    {Qt::Key_Left, &Screen::setLeftScreen}, {Qt::Key_Right, &Screen::setRightScreen},
                    {Qt::Key_Return, &Screen::setOkScreen}, {Qt::Key_Space, &Screen::setLongOkScreen}};
-    TestWindow window;
-    TestScreen* const antenna = window.add(Screen::SCREEN_ANTENNA);
-    window.add(Screen::SCREEN_BATTERY);
+    Window window;
+    PlainScreen page(Screen::SCREEN_UNDEFINED, &window);
     for (const auto& setter : setters) {
-        (antenna->*setter.set)(setter.key == key ? Screen::SCREEN_BATTERY : Screen::SCREEN_UNDEFINED);
+        (page.*setter.set)(setter.key == key ? Screen::SCREEN_BATTERY : Screen::SCREEN_UNDEFINED);
     }
     window.showScreen(Screen::SCREEN_ANTENNA, false);
-    QTest::keyClick(antenna, static_cast<Qt::Key>(key));
+    QTest::keyClick(&page, static_cast<Qt::Key>(key));
     QCOMPARE(window.getCurrentScreenId(), Screen::SCREEN_BATTERY);
     window.showPreviousScreen(); // nothing to return to
     QCOMPARE(window.getCurrentScreenId(), Screen::SCREEN_STATUS);
@@ -382,7 +381,7 @@ void ScreenTest::screenshotIsThePicture()
 {
     QTemporaryDir directory;
     Screenshots screenshots(directory.path());
-    TestWindow window;
+    Window window;
     Screen* const screen = window.getScreenById(Screen::SCREEN_STATUS);
     Messages messages;
     const QDateTime before = QDateTime::currentDateTime();
@@ -434,7 +433,7 @@ void ScreenTest::screenshotWithoutDirectory()
     QTemporaryDir directory;
     const QString path = directory.path() + "/misc";
     Screenshots screenshots(path);
-    TestWindow window;
+    Window window;
     Screen* const screen = window.getScreenById(Screen::SCREEN_STATUS);
     Messages messages;
     QTest::keyClick(screen, Qt::Key_F12);

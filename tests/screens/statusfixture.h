@@ -55,7 +55,7 @@ public:
     QLabel* top(const char* name) const { return icon(name)->findChild<QLabel*>("pTopLayerLabel"); }
     QString topText(const char* name) const { return top(name)->text(); }
 
-    TestWindow window;
+    Window window;
     ScreenStatus* const screen;
 };
 

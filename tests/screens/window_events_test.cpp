@@ -158,7 +158,7 @@ private slots:
 private:
     Window* window() { return m_window.data(); }
 
-    QScopedPointer<TestWindow> m_window;
+    QScopedPointer<Window> m_window;
     QScopedPointer<QTemporaryDir> m_directory;
     QByteArray m_files;
     QByteArray m_contrast;
@@ -172,7 +172,7 @@ void WindowEventsTest::init()
     QFile(m_contrast).open(QIODevice::WriteOnly);
     paths::overrideForTest(nullptr, m_files.constData(), m_contrast.constData());
     resetModel();
-    m_window.reset(new TestWindow);
+    m_window.reset(new Window);
     terminal().settle();
     terminal().clearLogs();
 }

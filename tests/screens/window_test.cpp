@@ -1,5 +1,4 @@
-// The main window: its construction, the screen changes with their history, and the first show. Screens whose
-// classes don't exist yet are stood in for by empty ones.
+// The main window: its construction, the screen changes with their history, and the first show.
 //
 // The popup queue is always empty so far; the rules that need a popup on display follow with it.
 #include "screens/windowfixture.h"
@@ -111,11 +110,11 @@ private slots:
     void destructorDeletesTheScreensInOrder();
 
 private:
-    TestWindow* makeWindow();
+    Window* makeWindow();
     // Shown, active, and so with a focus widget.
-    TestWindow* makeVisibleWindow();
+    Window* makeVisibleWindow();
 
-    QScopedPointer<TestWindow> m_window;
+    QScopedPointer<Window> m_window;
     QScopedPointer<QTemporaryDir> m_directory;
     QByteArray m_files;
     QByteArray m_contrast;
@@ -140,15 +139,15 @@ void WindowTest::cleanup()
     paths::overrideForTest(nullptr, nullptr, nullptr);
 }
 
-TestWindow* WindowTest::makeWindow()
+Window* WindowTest::makeWindow()
 {
-    m_window.reset(new TestWindow);
+    m_window.reset(new Window);
     return m_window.data();
 }
 
-TestWindow* WindowTest::makeVisibleWindow()
+Window* WindowTest::makeVisibleWindow()
 {
-    TestWindow* const window = makeWindow();
+    Window* const window = makeWindow();
     window->show();
     window->activateWindow();
     if (!QTest::qWaitForWindowActive(window)) {
@@ -197,13 +196,13 @@ void WindowTest::constructorTakesItsStepsInOrder()
 void WindowTest::constructorTellsTheApplication()
 {
     QCOMPARE(GuiApp::getMainWindowPointer(), static_cast<Window*>(nullptr));
-    TestWindow* const window = makeWindow();
-    QCOMPARE(GuiApp::getMainWindowPointer(), static_cast<Window*>(window));
+    Window* const window = makeWindow();
+    QCOMPARE(GuiApp::getMainWindowPointer(), window);
 }
 
 void WindowTest::windowIsThePanel()
 {
-    TestWindow* const window = makeWindow();
+    Window* const window = makeWindow();
     QCOMPARE(window->geometry(), QRect(QPoint(0, 0), QPoint(255, 63)));
     QCOMPARE(window->minimumSize(), QSize(256, 64));
     QCOMPARE(window->maximumSize(), QSize(256, 64));
@@ -223,7 +222,7 @@ void WindowTest::windowIsThePanel()
 
 void WindowTest::startScreenIsTheStatusScreen()
 {
-    TestWindow* const window = makeWindow();
+    Window* const window = makeWindow();
     QCOMPARE(window->getCurrentScreenId(), Screen::SCREEN_STATUS);
     QVERIFY(!window->getScreenById(Screen::SCREEN_STATUS)->isHidden());
     QVERIFY(window->getScreenById(Screen::SCREEN_POPUP)->isHidden());
@@ -404,7 +403,6 @@ void WindowTest::statusScreenShownAgainIsNotRefreshed()
 void WindowTest::statusScreenIsRefreshedWhenItComesUp()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
     m_window->showScreen(Screen::SCREEN_MENU, false);
     m_window->setStatusText("a text of the test");
     m_window->showScreen(Screen::SCREEN_STATUS, false);
@@ -416,8 +414,6 @@ void WindowTest::statusScreenIsRefreshedWhenItComesUp()
 void WindowTest::batteryFromTheMenuAndBack()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_BATTERY);
     m_window->showScreen(Screen::SCREEN_MENU, true);
     m_window->showScreen(Screen::SCREEN_BATTERY, true);
     {
@@ -436,8 +432,6 @@ void WindowTest::batteryFromTheMenuAndBack()
 void WindowTest::historyTestsTheNewScreenAndAppendsTheOldOne()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_BATTERY);
     m_window->showScreen(Screen::SCREEN_MENU, false);
     m_window->showScreen(Screen::SCREEN_BATTERY, true); // history: menu
     Messages messages;
@@ -454,8 +448,6 @@ void WindowTest::historyTestsTheNewScreenAndAppendsTheOldOne()
 void WindowTest::statusPopupAndPointingNeverStandInTheHistory()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_POINTING);
     Messages messages;
     m_window->showScreen(Screen::SCREEN_MENU, true); // leaves the status screen
     QCOMPARE(messages.count("Window::showScreen(): Never add SCREEN_STATUS to history, as SCREEN_STATUS is "
@@ -479,8 +471,6 @@ void WindowTest::statusPopupAndPointingNeverStandInTheHistory()
 void WindowTest::withoutAddToHistoryNothingIsAdded()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_BATTERY);
     m_window->showScreen(Screen::SCREEN_MENU, false);
     m_window->showScreen(Screen::SCREEN_BATTERY, false);
     QCOMPARE(m_window->getCurrentScreenId(), Screen::SCREEN_BATTERY);
@@ -491,14 +481,11 @@ void WindowTest::withoutAddToHistoryNothingIsAdded()
 void WindowTest::unknownScreenChangesNothingButTheHistory()
 {
     makeWindow();
-    TestScreen* const menu = m_window->add(Screen::SCREEN_MENU);
+    Screen* const menu = m_window->getScreenById(Screen::SCREEN_MENU);
     m_window->showScreen(Screen::SCREEN_MENU, false);
     Messages messages;
     m_window->showScreen(NO_SCREEN, true);
     QCOMPARE(messages.count(QtWarningMsg, "ERROR: screenId=5 not defined!!!!"), 1);
-    // A screen that has no class yet is no other than an unknown one.
-    m_window->showScreen(Screen::SCREEN_ANTENNA, false);
-    QCOMPARE(messages.count(QtWarningMsg, "ERROR: screenId=9 not defined!!!!"), 1);
     QVERIFY(m_window->isSetToVisibleScreen(menu));
     messages.clear();
     m_window->debugHistory("title");
@@ -507,16 +494,16 @@ void WindowTest::unknownScreenChangesNothingButTheHistory()
 
 void WindowTest::oneScreenIsVisibleAndHasTheFocus()
 {
-    TestWindow* const window = makeVisibleWindow();
-    TestScreen* const menu = window->add(Screen::SCREEN_MENU);
+    Window* const window = makeVisibleWindow();
+    Screen* const antenna = window->getScreenById(Screen::SCREEN_ANTENNA);
     Screen* const status = window->getScreenById(Screen::SCREEN_STATUS);
     QTRY_COMPARE(window->focusWidget(), static_cast<QWidget*>(status));
-    window->showScreen(Screen::SCREEN_MENU, true);
-    QVERIFY(menu->isVisible());
+    window->showScreen(Screen::SCREEN_ANTENNA, true);
+    QVERIFY(antenna->isVisible());
     QVERIFY(!status->isVisible());
-    QCOMPARE(window->focusWidget(), static_cast<QWidget*>(menu));
+    QCOMPARE(window->focusWidget(), static_cast<QWidget*>(antenna));
     window->showScreen(Screen::SCREEN_STATUS, true);
-    QVERIFY(!menu->isVisible());
+    QVERIFY(!antenna->isVisible());
     QVERIFY(status->isVisible());
     QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(status));
 }
@@ -542,10 +529,6 @@ void WindowTest::screensByIdAndName()
     const Screen::SCREEN_ID_ENUM screenId = static_cast<Screen::SCREEN_ID_ENUM>(id);
     makeWindow();
     QCOMPARE(m_window->getScreenNameById(screenId), name);
-    if (screenId != Screen::SCREEN_STATUS && screenId != Screen::SCREEN_POPUP) {
-        QCOMPARE(m_window->getScreenById(screenId), static_cast<Screen*>(nullptr));
-        m_window->add(screenId);
-    }
     QVERIFY(m_window->getScreenById(screenId));
     QCOMPARE(m_window->getScreenById(screenId)->getId(), screenId);
 }
@@ -573,9 +556,6 @@ void WindowTest::currentScreenIsTheOneSetVisible()
 void WindowTest::backToTheHistoryThenToTheStatusScreen()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_BATTERY);
-    m_window->add(Screen::SCREEN_ANTENNA);
     m_window->showScreen(Screen::SCREEN_MENU, true);
     m_window->showScreen(Screen::SCREEN_BATTERY, true);
     m_window->showScreen(Screen::SCREEN_ANTENNA, true);
@@ -594,8 +574,6 @@ void WindowTest::backToTheHistoryThenToTheStatusScreen()
 void WindowTest::backRemovesTheCurrentScreenFromTheHistory()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_BATTERY);
     m_window->showScreen(Screen::SCREEN_MENU, false);
     m_window->showScreen(Screen::SCREEN_BATTERY, true);
     m_window->showScreen(Screen::SCREEN_MENU, true); // current menu, history: menu
@@ -611,9 +589,6 @@ void WindowTest::backRemovesTheCurrentScreenFromTheHistory()
 void WindowTest::ofTwoEqualNeighboursOneStays()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_BATTERY);
-    m_window->add(Screen::SCREEN_ANTENNA);
     m_window->showScreen(Screen::SCREEN_MENU, false);
     m_window->showScreen(Screen::SCREEN_BATTERY, true); // history: menu
     m_window->showScreen(Screen::SCREEN_MENU, false);   // current menu
@@ -632,9 +607,6 @@ void WindowTest::ofTwoEqualNeighboursOneStays()
 void WindowTest::backInPointingModeLeadsToPointing()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_BATTERY);
-    m_window->add(Screen::SCREEN_POINTING);
     model()->setPointingMode(POINTING_STATUS_POINTING);
     m_window->showScreen(Screen::SCREEN_MENU, true);
     m_window->showScreen(Screen::SCREEN_BATTERY, true); // history: menu
@@ -647,9 +619,6 @@ void WindowTest::backInPointingModeLeadsToPointing()
 void WindowTest::hiddenScreenLeavesTheHistoryOnce()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_BATTERY);
-    m_window->add(Screen::SCREEN_ANTENNA);
     m_window->showScreen(Screen::SCREEN_MENU, false);
     m_window->showScreen(Screen::SCREEN_BATTERY, true);
     m_window->showScreen(Screen::SCREEN_MENU, false);
@@ -664,8 +633,6 @@ void WindowTest::hiddenScreenLeavesTheHistoryOnce()
 void WindowTest::hidingTheCurrentScreenShowsThePreviousOne()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_ENTER_PIN);
     m_window->showScreen(Screen::SCREEN_MENU, true);
     m_window->showScreen(Screen::SCREEN_ENTER_PIN, true);
     Messages messages;
@@ -679,7 +646,6 @@ void WindowTest::hidingTheCurrentScreenShowsThePreviousOne()
 void WindowTest::hidingPointingWithEmptyHistoryShowsTheStatusScreen()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_POINTING);
     m_window->showScreen(Screen::SCREEN_POINTING, true);
     m_window->hideAndRemoveScreenFromHistory(Screen::SCREEN_POINTING);
     QCOMPARE(m_window->getCurrentScreenId(), Screen::SCREEN_STATUS);
@@ -688,7 +654,7 @@ void WindowTest::hidingPointingWithEmptyHistoryShowsTheStatusScreen()
 void WindowTest::hidingPointingInPointingModeShowsItAgain()
 {
     makeWindow();
-    TestScreen* const pointing = m_window->add(Screen::SCREEN_POINTING);
+    Screen* const pointing = m_window->getScreenById(Screen::SCREEN_POINTING);
     model()->setPointingMode(POINTING_STATUS_POINTING);
     QCOMPARE(m_window->getCurrentScreenId(), Screen::SCREEN_POINTING);
     m_window->hideAndRemoveScreenFromHistory(Screen::SCREEN_POINTING);
@@ -710,9 +676,6 @@ void WindowTest::statusTextGoesToTheStatusScreen()
 void WindowTest::historyIsWrittenToTheLog()
 {
     makeWindow();
-    m_window->add(Screen::SCREEN_MENU);
-    m_window->add(Screen::SCREEN_BATTERY);
-    m_window->add(Screen::SCREEN_ANTENNA);
     m_window->showScreen(Screen::SCREEN_MENU, false);
     m_window->showScreen(Screen::SCREEN_BATTERY, true);
     m_window->showScreen(Screen::SCREEN_ANTENNA, true);
@@ -727,9 +690,6 @@ void WindowTest::destructorDeletesTheScreensInOrder()
     makeWindow();
     QList<QObject*> expected;
     for (Screen::SCREEN_ID_ENUM id : ALL_IDS) {
-        if (id != Screen::SCREEN_STATUS && id != Screen::SCREEN_POPUP) {
-            m_window->add(id);
-        }
         expected.append(m_window->getScreenById(id));
     }
     expected.append(m_window->layout());

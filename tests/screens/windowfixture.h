@@ -23,28 +23,6 @@
 #include <string>
 #include <unistd.h>
 
-// A page without anything on it.
-class TestScreen : public Screen {
-public:
-    TestScreen(Window* window, Screen::SCREEN_ID_ENUM id) : Screen(window, id, nullptr) {}
-
-    void retranslate() override { ++translations; }
-    int translations = 0;
-};
-
-// The window, with the door through which screens come that have no class yet.
-class TestWindow : public Window {
-public:
-    TestWindow() : Window(nullptr) {}
-
-    TestScreen* add(Screen::SCREEN_ID_ENUM id)
-    {
-        TestScreen* const screen = new TestScreen(this, id);
-        addScreen(screen);
-        return screen;
-    }
-};
-
 namespace windowfixture {
 
 inline sim::Terminal*& terminalPointer()
