@@ -100,6 +100,8 @@ void ScreenBattery::createHalf(const Half& half, QGridLayout* grid)
     this->*half.tempTitle = label("TempTitleLabel");
     this->*half.temp = label("TempLabel");
     this->*half.secondLine = label("2ndLabel");
+    // A line that doesn't fit is cut where it ends, and doesn't squeeze the columns above it.
+    (this->*half.secondLine)->setMinimumWidth(1);
     (this->*half.secondLine)->setMaximumWidth(SECOND_LINE_WIDTH_MAX);
     grid->addWidget(icon, half.row, 0, 2, 1);
     grid->addWidget(this->*half.capacity, half.row, 2);

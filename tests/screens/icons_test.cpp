@@ -83,7 +83,7 @@ void IconsTest::fiveSignalPictures()
 void IconsTest::picturesHaveWholePixels()
 {
     const QStringList files = QDir(paths::resourcePath()).entryList({"*.png"});
-    QCOMPARE(files.size(), 25);
+    QCOMPARE(files.size(), 26);
     for (const QString& file : files) {
         const QImage picture =
             QImage(paths::resourcePath() + "/" + file).convertToFormat(QImage::Format_ARGB32);
