@@ -143,8 +143,8 @@ void PopupRulesTest::staleAfterTenSecondsIfItClosesByItself()
         popup.timeStamp = now.addMSecs(-10000);
         QVERIFY(!isStale(popup, now));
         popup.timeStamp = now.addMSecs(-10001);
-        QCOMPARE(isStale(popup, now), closeHandling == POPUP_CLOSE_AUTO ||
-                                          closeHandling == POPUP_CLOSE_AUTO_OR_OK);
+        QCOMPARE(isStale(popup, now),
+                 closeHandling == POPUP_CLOSE_AUTO || closeHandling == POPUP_CLOSE_AUTO_OR_OK);
     }
 }
 
@@ -212,9 +212,9 @@ void PopupRulesTest::withoutTheExtraRuleTheOrderIsStable()
             insertBySeverity(list, popup, false);
             expected.append(popup);
         }
-        std::stable_sort(expected.begin(), expected.end(), [](const popup_event_t& a, const popup_event_t& b) {
-            return a.severity > b.severity;
-        });
+        std::stable_sort(
+            expected.begin(), expected.end(),
+            [](const popup_event_t& a, const popup_event_t& b) { return a.severity > b.severity; });
         QCOMPARE(lettersOf(list), lettersOf(expected));
     }
 }

@@ -118,10 +118,7 @@ public:
     QTimer* hideButtons() const { return timer("pHideButtonsTimer"); }
 
     // Presses the key as the panel's keypad does, on whatever screen has the focus.
-    void press(Qt::Key key)
-    {
-        QTest::keyClick(window.getScreenById(window.getCurrentScreenId()), key);
-    }
+    void press(Qt::Key key) { QTest::keyClick(window.getScreenById(window.getCurrentScreenId()), key); }
 
     Window window;
     ScreenPopup* const screen;

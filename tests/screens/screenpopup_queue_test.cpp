@@ -219,8 +219,9 @@ void ScreenPopupQueueTest::eventOfAQueuedPopupIsDropped()
     QCOMPARE(f.screen->events().at(1).text, QString("B"));
     QCOMPARE(f.screen->events().at(1).severity, EVENT_INFO);
     QCOMPARE(f.screen->events().at(1).closeHandling, POPUP_CLOSE_OK);
-    QCOMPARE(messages.count(QtDebugMsg, "ScreenPopup::addEvent(EV_AP_GUI_CONN_LOST): Skipping event, as event "
-                                        "is already in the eventList !!! Returning from function now."),
+    QCOMPARE(messages.count(QtDebugMsg,
+                            "ScreenPopup::addEvent(EV_AP_GUI_CONN_LOST): Skipping event, as event "
+                            "is already in the eventList !!! Returning from function now."),
              1);
 }
 
@@ -321,8 +322,7 @@ void ScreenPopupQueueTest::kindAndTimeThatDoNotAgree_data()
     QTest::addColumn<int>("closeHandling");
     QTest::addColumn<int>("milliseconds");
     for (int closeHandling = POPUP_CLOSE_AUTO; closeHandling <= POPUP_CLOSE_NOT_BY_USER; ++closeHandling) {
-        const bool byItself =
-            closeHandling == POPUP_CLOSE_AUTO || closeHandling == POPUP_CLOSE_AUTO_OR_OK;
+        const bool byItself = closeHandling == POPUP_CLOSE_AUTO || closeHandling == POPUP_CLOSE_AUTO_OR_OK;
         for (int milliseconds : {-1, 0, 1}) {
             if (byItself != (milliseconds > 0)) {
                 QTest::newRow(qPrintable(QString("kind %1, %2 ms").arg(closeHandling).arg(milliseconds)))
@@ -336,8 +336,8 @@ void ScreenPopupQueueTest::kindAndTimeThatDoNotAgree()
 {
     QFETCH(int, closeHandling);
     QFETCH(int, milliseconds);
-    const bool refused = !(closeHandling != POPUP_CLOSE_AUTO && closeHandling != POPUP_CLOSE_AUTO_OR_OK &&
-                           milliseconds <= 0);
+    const bool refused =
+        !(closeHandling != POPUP_CLOSE_AUTO && closeHandling != POPUP_CLOSE_AUTO_OR_OK && milliseconds <= 0);
     PopupFixture f;
     Messages messages;
     f.add(A, EVENT_WARNING, static_cast<POPUP_CLOSE_HANDLING_ENUM>(closeHandling), milliseconds);
@@ -424,9 +424,10 @@ void ScreenPopupQueueTest::staleAutoClosingPopupIsNeverShown()
         QCOMPARE(f.list(), QString("A B"));
         f.add(C, EVENT_WARNING, kind, 60000, 10001);
         QCOMPARE(f.list(), QString("A B"));
-        QCOMPARE(messages.count("ScreenPopup::showNextEvent(): EV_AP_GUI_NETWORK_FAILURE has too old timestamp "
-                                "and will now be removed from the event list."),
-                 1);
+        QCOMPARE(
+            messages.count("ScreenPopup::showNextEvent(): EV_AP_GUI_NETWORK_FAILURE has too old timestamp "
+                           "and will now be removed from the event list."),
+            1);
     }
     PopupFixture f;
     f.add(A, EVENT_WARNING);
