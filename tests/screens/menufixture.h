@@ -18,11 +18,30 @@
 #include <utility>
 #include <vector>
 
-// What the class keeps to itself and no key leads to.
+// What the class keeps to itself and no key leads to. The functions of the settings by number: brightness,
+// timeout, audio, power-up, language.
 struct ScreenMenuTestAccess {
     static void deleteAlertItems(const QList<QTreeWidgetItem*>& items)
     {
         ScreenMenu::deleteAlertItems(items);
+    }
+    static void store(ScreenMenu& menu, int setting, WIDGET_ITEM_ID_ENUM id)
+    {
+        typedef void (ScreenMenu::*Store)(WIDGET_ITEM_ID_ENUM);
+        const Store functions[] = {&ScreenMenu::storeBrightnessLevelToCBus,
+                                   &ScreenMenu::storeTimeoutLevelToCBus,
+                                   &ScreenMenu::storeAudioPointingToCBus,
+                                   &ScreenMenu::storePowerUpLevelToCBus, &ScreenMenu::storeLanguageToCBus};
+        (menu.*functions[setting])(id);
+    }
+    static void check(ScreenMenu& menu, int setting, WIDGET_ITEM_ID_ENUM id)
+    {
+        typedef void (ScreenMenu::*Check)(WIDGET_ITEM_ID_ENUM);
+        const Check functions[] = {&ScreenMenu::setBrightnessLevelCheckmark,
+                                   &ScreenMenu::setTimeoutLevelCheckmark,
+                                   &ScreenMenu::setAudioPointingCheckmark, &ScreenMenu::setPowerUp,
+                                   &ScreenMenu::updateLanguageMenuItemsFromEnum};
+        (menu.*functions[setting])(id);
     }
 };
 
@@ -35,7 +54,10 @@ inline bool passBus()
     static int number = 0;
     terminal().set("ram.status.signal_strength", ++number);
     const bool passed = QTest::qWaitFor([] { return model()->getSignalLevel() == number; }, 30000);
-    QCoreApplication::sendPostedEvents();
+    // A signal loads a language, which is told to the windows, which tell their pages.
+    for (int step = 0; step < 3; ++step) {
+        QCoreApplication::sendPostedEvents();
+    }
     return passed;
 }
 
