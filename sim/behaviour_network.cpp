@@ -75,9 +75,10 @@ public:
         CommandActor::onChange(key);
         if (key == Activated)
             onActivated();
+        else if (key == ExtendedStatus && isSessionUp() && isGoingDown())
+            end(CausePowerDown);
         else if ((key == PsStatus || key == WanActive) && state == State::Running && !isOnline())
-            end(terminal.number(ExtendedStatus, NormalOperation) < NormalOperation ? CausePowerDown
-                                                                                   : CauseConnectionLost);
+            end(isGoingDown() ? CausePowerDown : CauseConnectionLost);
         else if (key == SessionStatus && !terminal.database.find(SessionStatus))
             forget();
     }
@@ -88,7 +89,7 @@ protected:
         int64_t cause = 0;
         if (words.size() != 1 || (words[0] != "off" && !parseNumber(words[0], 1, INT32_MAX, &cause)))
             return "a cause above 0, as 0x1000001d, or off";
-        if (cause != 0 && (state == State::Connecting || state == State::Running))
+        if (cause != 0 && isSessionUp())
             end(static_cast<int32_t>(cause));
         else
             nextCause = static_cast<int32_t>(cause);
@@ -98,6 +99,8 @@ protected:
 private:
     enum class State { Idle, Connecting, Running, Closing };
 
+    bool isSessionUp() const { return state == State::Connecting || state == State::Running; }
+    bool isGoingDown() const { return terminal.number(ExtendedStatus, NormalOperation) < NormalOperation; }
     bool isOnline() const
     {
         int32_t wan = terminal.number(WanActive, 0);
@@ -112,7 +115,7 @@ private:
             if (state == State::Closing)
                 removeSession();
             connect();
-        } else if (state == State::Connecting || state == State::Running) {
+        } else if (isSessionUp()) {
             state = State::Closing;
             amountTimer.stop();
             terminal.set(CurrentBundle, -1);

@@ -28,7 +28,7 @@ const Setting Settings[] = {
     {"modem", "remove", {{ModemPresent, 0}}},
     {"modem", "on", {{ModemPresent, 1}, {ModemActivate, 1}, {WanSelection, 2}, {WanActive, 2}}},
     {"modem", "search", {{ModemPresent, 0}, {ModemActivate, 1}, {WanSelection, 2}, {WanActive, 0}}},
-    {"modem", "off", {{ModemActivate, 0}, {WanSelection, 1}, {WanActive, 1}}},
+    {"modem", "off", {{StartupWan, 2}, {ModemActivate, 0}, {WanSelection, 1}, {WanActive, 1}}},
     {"modem", "choose", {{StartupWan, 1}, {ModemActivate, 0}, {WanSelection, 0}, {WanActive, 0}}},
     {"wan", "unknown", {{WanActive, -1}}},
     {"wan", "none", {{WanActive, 0}}},

@@ -165,6 +165,11 @@ private:
         }
     }
 
+    bool isAsking() const
+    {
+        return terminal.number(UsimStatus, UsimUnknown) == UsimPresent &&
+               terminal.text(PinStatus) == "Needed";
+    }
     // A PIN does not stay in the database.
     void onPin()
     {
@@ -173,11 +178,12 @@ private:
             return;
         std::string pin = value->toText();
         terminal.database.apply({{EnteredPin, Value()}});
-        checkTimer.once(terminal.scaled(CheckDelay), [this, pin] { check(pin); });
+        if (isAsking())
+            checkTimer.once(terminal.scaled(CheckDelay), [this, pin] { check(pin); });
     }
     void check(const std::string& pin)
     {
-        if (terminal.number(UsimStatus, UsimUnknown) != UsimPresent || terminal.text(PinStatus) != "Needed")
+        if (!isAsking())
             return;
         if (pin == code) {
             wasEntered = true;

@@ -53,7 +53,8 @@ protected:
         else if (word == "ready")
             sequence.run({{0, readyWrites()}});
         else if (word == "shutdown")
-            sequence.run({{0, {status(Stopping)}}, {2000, {radioModule(false)}}});
+            // The power goes before anybody could see the radio module stop, which would look like a reboot.
+            sequence.run({{0, {status(Stopping)}}});
         else if (word == "reboot")
             sequence.run(reboot());
         else if (word == "safe")

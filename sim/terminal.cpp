@@ -160,6 +160,11 @@ bool Terminal::waitForValue(const std::string& key, const Value& value, int time
     return impl->waitUntil([&] { return get(key) == value; }, timeout);
 }
 
+bool Terminal::waitForAbsence(const std::string& key, int timeout) const
+{
+    return impl->waitUntil([&] { return !has(key); }, timeout);
+}
+
 // --- The logs
 
 std::vector<WriteRecord> Terminal::writes() const

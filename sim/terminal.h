@@ -56,7 +56,7 @@ struct TerminalOptions {
     std::string valuesFile;           // empty: the file of the source tree
     std::string storeFile;            // empty: cfg lives in memory only
     bool moving = false;              // signal, battery and position move by themselves
-    bool actors = false;              // the terminal's processes react: interfaces follow, pointing proceeds
+    bool actors = false;              // the terminal's processes react, and carry out commands (ram.desk.*)
     uint32_t speed = 1;               // how many times faster both go than in a real terminal
     bool ownThread = true;            // false: it lives on the constructor's thread, in run()
     bool record = true;               // keep the logs of writes and messages below
@@ -116,6 +116,8 @@ public:
     std::map<std::string, Value> list(const std::string& prefix) const;
     // Waits until the key has this value, whoever writes it.
     bool waitForValue(const std::string& key, const Value& value, int timeout = DefaultTimeout) const;
+    // Waits until there is no such key.
+    bool waitForAbsence(const std::string& key, int timeout = DefaultTimeout) const;
 
     // --- What the clients did. The logs hold what came since the start or the last clearLogs().
 
