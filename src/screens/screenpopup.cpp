@@ -52,11 +52,6 @@ public:
     QSize sizeHint() const override { return QSize(TEXT_WIDTH, heightForWidth(TEXT_WIDTH)); }
 };
 
-QString sharedTranslation(const char* text)
-{
-    return QCoreApplication::translate("Shared_translations", text);
-}
-
 } // namespace
 
 ScreenPopup::ScreenPopup(Window* pWindow)
@@ -145,6 +140,7 @@ bool ScreenPopup::updatePopupButtonsAndText(const popup_event_t& popup)
 void ScreenPopup::showText(const popup_event_t& popup)
 {
     pTextLabelAnimation->stop();
+    // The label's hint is never below its fixed height: a text that fits gets the whole frame.
     pTextLabel->setFixedHeight(TEXT_FRAME_HEIGHT);
     const bool isRichText = popup.text.contains(QLatin1String("<html>"), Qt::CaseSensitive);
     pTextLabel->setTextFormat(isRichText ? Qt::RichText : Qt::PlainText);
@@ -208,8 +204,8 @@ void ScreenPopup::handleHideButtonsTimeout()
 
 void ScreenPopup::setButtonTexts(const QString& before, const QString& behind)
 {
-    pOkLabel->setText(before + sharedTranslation("OK") + behind);
-    pCancelLabel->setText(before + sharedTranslation("Cancel") + behind);
+    pOkLabel->setText(before + QCoreApplication::translate("Shared_translations", "OK") + behind);
+    pCancelLabel->setText(before + QCoreApplication::translate("Shared_translations", "Cancel") + behind);
 }
 
 // By the event's own time, not by that of its showing: what has waited in the queue can be closed at once.
