@@ -76,6 +76,7 @@ private:
     struct AlertIdentity;
     static AlertIdentity identityOf(const QTreeWidgetItem* item);
     static void deleteAlertItems(QList<QTreeWidgetItem*> items);
+    static void deleteAlertSubItems(QList<QTreeWidgetItem*> items);
     QTreeWidgetItem* addAlertItems(const AlertIdentity& wanted);
     void scrollToAlerts();
     void pressAlerts(ItemId itemId);

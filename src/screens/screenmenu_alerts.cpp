@@ -32,7 +32,6 @@ ScreenMenu::AlertIdentity ScreenMenu::identityOf(const QTreeWidgetItem* item)
     return AlertIdentity{true, row->getEventId(), row->getEventSubId(), row->getAlertTimeEpoch()};
 }
 
-// An alert has no rows below it today; if it ever has, they go first.
 void ScreenMenu::deleteAlertItems(QList<QTreeWidgetItem*> items)
 {
     while (!items.isEmpty()) {
@@ -41,15 +40,20 @@ void ScreenMenu::deleteAlertItems(QList<QTreeWidgetItem*> items)
             logDebug() << "ScreenMenu::updateAlertList(): ERROR !!! Can not delete pLastItem as it is NULL";
             continue;
         }
-        QList<QTreeWidgetItem*> subItems = pLastItem->takeChildren();
-        while (!subItems.isEmpty()) {
-            QTreeWidgetItem* const pLastSubItem = subItems.takeLast();
-            if (!pLastSubItem)
-                logDebug()
-                    << "ScreenMenu::updateAlertList(): ERROR !!! Can not delete pLastSubItem as it is NULL";
-            delete pLastSubItem;
-        }
+        deleteAlertSubItems(pLastItem->takeChildren());
         delete pLastItem;
+    }
+}
+
+// An alert has no rows below it today; if it ever has, they go first.
+void ScreenMenu::deleteAlertSubItems(QList<QTreeWidgetItem*> items)
+{
+    while (!items.isEmpty()) {
+        QTreeWidgetItem* const pLastSubItem = items.takeLast();
+        if (!pLastSubItem)
+            logDebug()
+                << "ScreenMenu::updateAlertList(): ERROR !!! Can not delete pLastSubItem as it is NULL";
+        delete pLastSubItem;
     }
 }
 

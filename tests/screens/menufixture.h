@@ -14,6 +14,7 @@
 #include <QStringList>
 #include <QtTest>
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,6 +25,10 @@ struct ScreenMenuTestAccess {
     static void deleteAlertItems(const QList<QTreeWidgetItem*>& items)
     {
         ScreenMenu::deleteAlertItems(items);
+    }
+    static void deleteAlertSubItems(const QList<QTreeWidgetItem*>& items)
+    {
+        ScreenMenu::deleteAlertSubItems(items);
     }
     static void store(ScreenMenu& menu, int setting, WIDGET_ITEM_ID_ENUM id)
     {
@@ -68,22 +73,24 @@ struct Alert {
     std::string text = "Some words";
 };
 
-// The alert log of the terminal, as a whole.
+// The alert log of the terminal, as a whole: all of it changes at once.
 inline void setAlertLog(const std::vector<Alert>& alerts)
 {
     static int count = 0;
-    terminal().erasePrefix("ram.log.alert.");
-    std::vector<std::pair<std::string, sim::Value>> values;
+    std::map<std::string, sim::Value> values;
+    for (const auto& old : terminal().list("ram.log.alert.")) {
+        values[old.first] = sim::Value();
+    }
     for (size_t i = 0; i < alerts.size(); ++i) {
         const std::string key = "ram.log.alert." + std::to_string(i) + ".";
-        values.emplace_back(key + "identifier", sim::Value::integer(alerts[i].identifier));
-        values.emplace_back(key + "sub_id", sim::Value::integer(alerts[i].subId));
-        values.emplace_back(key + "severity", sim::Value::integer(EVENT_WARNING));
-        values.emplace_back(key + "time", sim::Value::integer(alerts[i].seconds));
-        values.emplace_back(key + "shorttext", sim::Value::text(alerts[i].text));
+        values[key + "identifier"] = sim::Value::integer(alerts[i].identifier);
+        values[key + "sub_id"] = sim::Value::integer(alerts[i].subId);
+        values[key + "severity"] = sim::Value::integer(EVENT_WARNING);
+        values[key + "time"] = sim::Value::integer(alerts[i].seconds);
+        values[key + "shorttext"] = sim::Value::text(alerts[i].text);
     }
-    terminal().setAll(values);
-    terminal().set("ram.log.alert.latest.entry_count", ++count); // the bus thread reads the log on this
+    values["ram.log.alert.latest.entry_count"] = sim::Value::integer(++count); // the signal to read it
+    terminal().setAll({values.begin(), values.end()});
     passBus();
 }
 
@@ -98,6 +105,11 @@ inline void resetMenu()
                        {"cfg.language", sim::Value::integer(0)}});
     setAlertLog({});
     resetModel();
+    // What is read at the start only.
+    model()->setUnitSerialNumber(QString());
+    model()->setHpaSerialNumber(QString());
+    model()->setImeiStr(QString());
+    model()->setSwBuildDetails(QString(), 0, 0, QString(), QString());
     model()->setExtendedSystemStatus(10); // up: pointing is allowed
     QCoreApplication::sendPostedEvents();
 }
