@@ -8,6 +8,7 @@
 #include <QPixmap>
 #include <QString>
 #include <QThread>
+#include <QTimer>
 #include <QWidget>
 #include <QtGlobal>
 
@@ -105,6 +106,17 @@ inline QString escapedHtml(const QString& text)
     return text.toHtmlEscaped();
 #else
     return Qt::escape(text);
+#endif
+}
+
+// From Qt 5 on a timer may come early by a twentieth of its interval, unless it is asked not to. For timers
+// whose order to another clock matters.
+inline void makePrecise(QTimer* timer)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(5, 0, 0)
+    timer->setTimerType(Qt::PreciseTimer);
+#else
+    Q_UNUSED(timer);
 #endif
 }
 

@@ -4,6 +4,7 @@
 
 #include "common/checked.h"
 #include "common/log.h"
+#include "common/qtcompat.h"
 #include "model/duration.h"
 #include "runtime/vx_posix_reset.h"
 
@@ -71,6 +72,9 @@ void StatusUpdater::createTimers()
     connect(this, SIGNAL(stopUpdateConnectionTimerSignal()), this, SLOT(handleStopUpdateConnectionTimer()));
 
     pPinTimer = checkedNew<QTimer>(SOURCE, __LINE__);
+    // The popup of the wait must stay for as long as the check takes. An earlier answer would leave it in the
+    // queue behind the answer, to come up once more.
+    qtcompat::makePrecise(pPinTimer);
     connect(pPinTimer, SIGNAL(timeout()), this, SLOT(handlePinTimeout()), Qt::UniqueConnection);
     pHidePointNowTextTimer = checkedNew<QTimer>(SOURCE, __LINE__);
     connect(pHidePointNowTextTimer, SIGNAL(timeout()), this, SLOT(stopHidePointNowText()),
