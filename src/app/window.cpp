@@ -344,11 +344,11 @@ bool Window::isAllowedToShow(Screen::SCREEN_ID_ENUM screenId)
 void Window::showAllowedScreen(Screen::SCREEN_ID_ENUM screenId)
 {
     const int row = rowOfScreen(screenId);
-    if (row < 0 || !m_screens[row]) {
+    if (row < 0) {
         logWarning() << "ERROR: screenId=" << screenId << " not defined!!!!";
         return;
     }
-    if (!screenRows[row].prepare || (this->*screenRows[row].prepare)())
+    if (!m_screens[row] || !screenRows[row].prepare || (this->*screenRows[row].prepare)())
         showScreen(m_screens[row]);
 }
 
@@ -446,7 +446,7 @@ void Window::hideAndRemoveScreenFromHistory(Screen::SCREEN_ID_ENUM screenId)
 Screen* Window::getScreenById(Screen::SCREEN_ID_ENUM screenId)
 {
     const int row = rowOfScreen(screenId);
-    if (row >= 0 && m_screens[row])
+    if (row >= 0)
         return m_screens[row];
     logDebug() << "Window::getScreenById(): ERROR! Unknown screenId=" << screenId;
     return nullptr;

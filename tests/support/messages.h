@@ -1,5 +1,6 @@
 // Keeps every text that reaches Qt's message path, for as long as the object lives; nothing is passed on.
-// One at a time. Messages may come from any thread.
+// Of several objects the youngest has the messages; they go in reverse order of their coming. Messages may
+// come from any thread.
 #ifndef TESTS_SUPPORT_MESSAGES_H
 #define TESTS_SUPPORT_MESSAGES_H
 
@@ -12,7 +13,7 @@
 
 class Messages {
 public:
-    Messages()
+    Messages() : m_older(current())
     {
         current() = this;
         m_before = qInstallMessageHandler(keep);
@@ -20,7 +21,7 @@ public:
     ~Messages()
     {
         qInstallMessageHandler(m_before);
-        current() = nullptr;
+        current() = m_older;
     }
     Messages(const Messages&) = delete;
     Messages& operator=(const Messages&) = delete;
@@ -74,6 +75,7 @@ private:
         }
     }
 
+    Messages* const m_older;
     QtMessageHandler m_before = nullptr;
     QList<QPair<QtMsgType, QString>> m_all;
     mutable QMutex m_mutex;
