@@ -71,12 +71,11 @@ inline long countOnce(const std::function<void()>& function)
 }
 
 // Instructions of one turn: the difference between few and many turns, so that what surrounds them falls out.
-inline double perTurn(const std::function<void(int)>& turns)
+inline double perTurn(const std::function<void(int)>& turns, int few = 8, int many = 72)
 {
-    const int FEW = 8, MANY = 72;
-    long few = countOnce([&] { turns(FEW); });
-    long many = countOnce([&] { turns(MANY); });
-    return few < 0 || many < 0 ? -1.0 : static_cast<double>(many - few) / (MANY - FEW);
+    const long ofFew = countOnce([&] { turns(few); });
+    const long ofMany = countOnce([&] { turns(many); });
+    return ofFew < 0 || ofMany < 0 ? -1.0 : static_cast<double>(ofMany - ofFew) / (many - few);
 }
 
 } // namespace steps
