@@ -177,10 +177,10 @@ int command(const std::string& name, const Arguments& arguments)
     if (config_status(key.c_str(), &length) == 0)
         return fail("%s: nobody there carries out commands", name.c_str());
     char reason[512];
-    if (config_read_string(CommandError, reason, sizeof reason) != 0)
+    int status = config_read_string(CommandError, reason, sizeof reason);
+    if (status == VX_CONFIG_NO_RECORD)
         return 0;
-    fail("%s", reason);
-    return 1;
+    return fail("%s", status == 0 ? reason : statusText(status));
 }
 
 bool isCommand(const std::string& name)

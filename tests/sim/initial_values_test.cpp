@@ -177,7 +177,13 @@ const Expected ExpectedKeys[] = {
     {"cfg.wan.setting", Type::Int, 0, 3},
     {"cfg.admin.bundle.0.name", Type::String, 0, 0},
     {"cfg.admin.bundle.0.connections.0.connection_index", Type::Int, 0, 0},
-    {"cfg.admin.connection.0.traffic_class", Type::Int, 0, 4},
+    {"cfg.admin.connection.0.traffic_class", Type::Int, 3, 3},
+    {"cfg.admin.connection.1.traffic_class", Type::Int, 1, 1},
+    {"cfg.admin.connection.1.max_bit_rate_download", Type::Int, 64, 256},
+    {"cfg.admin.bundle.2.connections.1.connection_index", Type::Int, 2, 2},
+    {"cfg.admin.bundle.2.connections.1.filters.0.filter_index", Type::Int, 0, 0},
+    {"cfg.admin.bundle.3.connections.0.connection_index", Type::Int, 3, 3},
+    {"cfg.admin.connection.3.max_bit_rate_upload", Type::Int, 897, 1792},
     {"ram.log.alert.latest.entry_count", Type::Int, 0, 0},
     {"ram.modem.activate", Type::Int, 0, 1},
     {"ram.modem.status.present", Type::Int, 0, 1},
@@ -264,6 +270,64 @@ TEST(SourceTreeValuesTest, HoldEveryKeyThatTheDisplayReads)
     // A start request left over would be nobody's; a session's status is there only while there is a session.
     EXPECT_FALSE(terminal.has("ram.local_gui_display.start_bundle_number"));
     EXPECT_FALSE(terminal.has("ram.status.ongoing_data_sessions.0.status"));
+}
+
+// A read that fails keeps the display from starting a bundle, so no stored one may lack a key.
+TEST(SourceTreeValuesTest, StoredBundlesAreWhole)
+{
+    const char* const bundleKeys[] = {"name", "header_comp", "apn_type", "pd1", "pd2"};
+    const char* const connectionKeys[] = {"name",
+                                          "traffic_class",
+                                          "max_bit_rate_upload",
+                                          "max_bit_rate_download",
+                                          "guaranteed_bit_rate_upload",
+                                          "guaranteed_bit_rate_download",
+                                          "delivery_order",
+                                          "max_sdu_size",
+                                          "sdu_error_rate",
+                                          "delivery_of_erroneous_sdus",
+                                          "transfer_delay",
+                                          "traffic_handling_priority"};
+    struct FilterBit {
+        int32_t bit;
+        std::vector<const char*> keys;
+    };
+    const FilterBit filterBits[] = {{1, {"source_ip", "subnet_mask"}},
+                                    {2, {"prot_no"}},
+                                    {4, {"dest_port_range_start", "dest_port_range_end"}},
+                                    {8, {"source_port_range_start", "source_port_range_end"}},
+                                    {16, {"ipsec_spi"}},
+                                    {32, {"type_of_service", "type_of_service_mask"}}};
+    sim::Terminal terminal;
+    int bundles = 0, connections = 0, filters = 0;
+    for (const auto& [key, value] : terminal.list("cfg.admin.bundle.")) {
+        const std::string bundle = key.substr(0, key.find('.', strlen("cfg.admin.bundle.")) + 1);
+        const std::string number = std::to_string(value.toInt());
+        if (key == bundle + "name") {
+            bundles++;
+            for (const char* word : bundleKeys)
+                EXPECT_TRUE(terminal.has(bundle + word)) << bundle << word;
+            EXPECT_EQ(terminal.has(bundle + "apn_user_defined_name"),
+                      terminal.getInt(bundle + "apn_type") == 2);
+        } else if (key.find(".filter_index") != std::string::npos) {
+            filters++;
+            const std::string filter = "cfg.admin.traffic_flow_filters." + number + ".";
+            ASSERT_TRUE(terminal.getInt(filter + "bit_mask")) << filter;
+            for (const FilterBit& row : filterBits) {
+                for (const char* word : row.keys)
+                    EXPECT_EQ(terminal.has(filter + word),
+                              (*terminal.getInt(filter + "bit_mask") & row.bit) != 0)
+                        << filter << word;
+            }
+        } else if (key.find(".connection_index") != std::string::npos) {
+            connections++;
+            for (const char* word : connectionKeys)
+                EXPECT_TRUE(terminal.has("cfg.admin.connection." + number + "." + word)) << number << word;
+        }
+    }
+    EXPECT_EQ(bundles, 4);
+    EXPECT_EQ(connections, 5);
+    EXPECT_EQ(filters, 2);
 }
 
 // The key as the page of keys writes it: N for a number, X for an interface that can be switched.

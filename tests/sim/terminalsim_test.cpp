@@ -227,6 +227,47 @@ TEST_F(TerminalsimTest, PointingAndReset)
     EXPECT_EQ(output, "int 0\n");
 }
 
+TEST_F(TerminalsimTest, CommandsToTheProcessesOfTheTerminal)
+{
+    start({"--speed", "100"});
+    EXPECT_EQ(run({"signal", "45.6"}), 0);
+    EXPECT_EQ(output + errors, "");
+    EXPECT_EQ(run({"get", "ram.status.signal_strength"}), 0);
+    EXPECT_EQ(output, "int 456\n");
+    EXPECT_EQ(run({"alert", "add", "0x1120", "warning", "Far", "too hot"}), 0);
+    EXPECT_EQ(run({"get", "ram.log.alert.0.shorttext"}), 0);
+    EXPECT_EQ(output, "string \"Far too hot\"\n");
+    EXPECT_EQ(run({"battery", "2", "present"}), 0);
+    EXPECT_EQ(run({"get", "ram.status.battery.2.status"}), 0);
+    EXPECT_EQ(output, "int 0\n");
+}
+
+TEST_F(TerminalsimTest, RefusedCommandTellsWhyAndOnlyOnce)
+{
+    start();
+    EXPECT_EQ(run({"sim", "insert"}), 1);
+    EXPECT_EQ(errors, "terminalsim: sim: there is a card already\n");
+    EXPECT_EQ(run({"at", std::string(600, 'x')}), 1);
+    EXPECT_THAT(errors, StartsWith("terminalsim: at: one of on, off, not xxx"));
+    EXPECT_EQ(run({"at", "on"}), 0);
+    EXPECT_EQ(errors, "");
+}
+
+TEST_F(TerminalsimTest, CommandThatNobodyCarriesOut)
+{
+    sim::Terminal still;
+    address = still.address();
+    EXPECT_EQ(run({"system", "reboot"}), 1);
+    EXPECT_EQ(errors, "terminalsim: system: nobody there carries out commands\n");
+}
+
+TEST_F(TerminalsimTest, CommandAtTheStart)
+{
+    start({"--speed", "100", "--set", "ram.desk.sim=string:pin 4711"});
+    EXPECT_EQ(run({"get", "rmcfg.platform.usim.pin.status"}), 0);
+    EXPECT_EQ(output, "string \"Needed\"\n");
+}
+
 TEST_F(TerminalsimTest, ValuesFromAFileAndFromOptions)
 {
     TemporaryDirectory directory;
@@ -334,6 +375,7 @@ TEST_F(TerminalsimTest, BadCommandLines)
         {{"frob"}, "unknown command frob (--help tells more)"},
         {{"get"}, "get: wrong number of arguments (--help tells more)"},
         {{"get", "a", "b"}, "get: wrong number of arguments (--help tells more)"},
+        {{"signal"}, "signal: wrong number of arguments (--help tells more)"},
         {{"set", "a", "5"}, "a value is written type:value, as in int:5"},
     };
     for (const BadCommandLine& bad : lines) {
@@ -346,6 +388,8 @@ TEST_F(TerminalsimTest, Help)
 {
     EXPECT_EQ(run({"--help"}), 0);
     EXPECT_THAT(output, StartsWith("usage: terminalsim"));
+    for (const char* form : {"  get KEY ", "  bundle start N ", "  system shutdown | reboot | safe "})
+        EXPECT_THAT(output, HasSubstr(form));
     EXPECT_EQ(errors, "");
 }
 
