@@ -100,8 +100,6 @@ void ScreenBattery::createHalf(const Half& half, QGridLayout* grid)
     this->*half.tempTitle = label("TempTitleLabel");
     this->*half.temp = label("TempLabel");
     this->*half.secondLine = label("2ndLabel");
-    // A line that doesn't fit is cut where it ends, and doesn't squeeze the columns above it.
-    (this->*half.secondLine)->setMinimumWidth(1);
     (this->*half.secondLine)->setMaximumWidth(SECOND_LINE_WIDTH_MAX);
     grid->addWidget(icon, half.row, 0, 2, 1);
     grid->addWidget(this->*half.capacity, half.row, 2);
@@ -135,8 +133,13 @@ void ScreenBattery::updateHalf(const Half& half)
     (this->*half.icon)->setCapacity(battery.capacity);
     (this->*half.capacity)->setText(pStatusUpdater->getBattCapacityLabel(half.type));
     (this->*half.temp)->setText(pStatusUpdater->getBattTempValueLabel(half.type));
-    (this->*half.secondLine)->setText(pStatusUpdater->getBatt2ndLabel(half.type));
-    (this->*half.secondLine)->setMaximumWidth(SECOND_LINE_WIDTH_MAX);
+    QLabel* const secondLine = this->*half.secondLine;
+    secondLine->setText(pStatusUpdater->getBatt2ndLabel(half.type));
+    secondLine->setMaximumWidth(SECOND_LINE_WIDTH_MAX);
+    // The widest line and the icon are more than the panel. A line that doesn't fit is to be cut at its end,
+    // and not to squeeze the texts above it.
+    secondLine->setMinimumWidth(
+        qMin(secondLine->sizeHint().width(), PANEL_WIDTH - (this->*half.icon)->sizeHint().width()));
 }
 
 void ScreenBattery::retranslate()

@@ -10,6 +10,7 @@
 #include "model/bundle.h"
 #include "model/event_ids.h"
 #include "model/statusupdater.h"
+#include "screens/layouts.h"
 #include "widgets/focusframe.h"
 #include "widgets/tbattlabel.h"
 #include "widgets/tlabel.h"
@@ -55,12 +56,6 @@ const struct {
     {SIGNAL(updateElapsedTimeAndBackgroundDataSignal()), SLOT(updateStatusText())},
     {SIGNAL(battDataChanged()), SLOT(updateBatteryRemainingTime())},
 };
-
-template <typename Layout> void removeSpace(Layout* layout)
-{
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-}
 
 } // namespace
 

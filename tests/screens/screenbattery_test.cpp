@@ -387,24 +387,35 @@ void ScreenBatteryTest::languageChange()
 
 void ScreenBatteryTest::nothingIsCutOrOverlaps_data()
 {
-    QTest::addColumn<int>("internal"); // charge state, -1: absent
-    QTest::addColumn<int>("external");
-    QTest::newRow("none") << -1 << -1;
-    QTest::newRow("internal") << 2 << -1;
-    QTest::newRow("external") << -1 << 1;
-    QTest::newRow("both") << 2 << 1;
-    QTest::newRow("both charging") << 1 << 1;
-    QTest::newRow("precharging and idle") << 3 << 0;
+    QTest::addColumn<int>("capacity");
+    QTest::addColumn<int>("temperature");
+    for (int capacity : {0, 47, 100}) {
+        for (int temperature : {5, 35, -20}) {
+            QTest::addRow("%d percent, %d degrees", capacity, temperature) << capacity << temperature;
+        }
+    }
 }
 
+// Every pair of charge states, with short and long texts; -1 is no battery.
 void ScreenBatteryTest::nothingIsCutOrOverlaps()
 {
-    QFETCH(int, internal);
-    QFETCH(int, external);
+    QFETCH(int, capacity);
+    QFETCH(int, temperature);
     BatteryFixture f;
-    const auto half = [](int charge) { return charge < 0 ? battery_t() : battery(BATT_PRESENT, charge); };
-    model()->setBattData(half(internal), half(external));
-    QCOMPARE(f.flaws({"pBackgroundFrame"}), QString());
+    const auto half = [capacity, temperature](int charge) {
+        battery_t result = charge < 0 ? battery_t() : battery(BATT_PRESENT, charge);
+        result.capacity = capacity;
+        result.temperature = temperature;
+        return result;
+    };
+    for (int internal = -1; internal <= 3; ++internal) {
+        for (int external = -1; external <= 3; ++external) {
+            model()->setBattData(half(internal), half(external));
+            QVERIFY2(f.flaws({"pBackgroundFrame"}).isEmpty(),
+                     qPrintable(QString("%1 and %2: ").arg(internal).arg(external) +
+                                f.flaws({"pBackgroundFrame"})));
+        }
+    }
 }
 
 // Only where it doesn't fit: the words above it are whole.
@@ -412,9 +423,12 @@ void ScreenBatteryTest::secondLineThatIsTooLongStaysInside()
 {
     BatteryFixture f;
     model()->setLanguage(LANG_CHINESE); // a wide face, and no translation for it here
-    model()->setBattData(discharging(), charging());
-    QVERIFY(f.label("pBattExt2ndLabel")->sizeHint().width() > 220);
-    QCOMPARE(f.flaws({"pBackgroundFrame"}), QString("pBattExt2ndLabel cut"));
+    for (const battery_t& internal : {battery_t(), discharging()}) {
+        model()->setBattData(internal, charging());
+        QVERIFY(f.label("pBattExt2ndLabel")->sizeHint().width() > 220);
+        QCOMPARE(f.flaws({"pBackgroundFrame"}), QString("pBattExt2ndLabel cut"));
+        QCOMPARE(f.label("pBattExt2ndLabel")->geometry().right(), 255);
+    }
 }
 
 void ScreenBatteryTest::withoutMemoryTheProcessEnds()
