@@ -32,8 +32,7 @@ const struct {
 } // namespace
 
 ScreenMenu::ScreenMenu(Window* pWindow)
-    : Screen(pWindow, SCREEN_MENU, nullptr), pTreeWidget(nullptr), pAlertsItem(nullptr),
-      m_scrollToAlertsWhenShown(false)
+    : Screen(pWindow, SCREEN_MENU, nullptr), pTreeWidget(nullptr), pAlertsItem(nullptr)
 {
     QVBoxLayout* const layout = checkedNew<QVBoxLayout>(SOURCE, __LINE__, this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -83,6 +82,4 @@ void ScreenMenu::showEvent(QShowEvent* event)
     pTreeWidget->setFocus(Qt::OtherFocusReason);
     Screen::showEvent(event);
     pTreeWidget->setFocus(Qt::OtherFocusReason);
-    if (m_scrollToAlertsWhenShown)
-        scrollToAlerts();
 }

@@ -78,7 +78,6 @@ private:
     static void deleteAlertItems(QList<QTreeWidgetItem*> items);
     static void deleteAlertSubItems(QList<QTreeWidgetItem*> items);
     QTreeWidgetItem* addAlertItems(const AlertIdentity& wanted);
-    void scrollToAlerts();
     void pressAlerts(ItemId itemId);
     void showAlert(ItemId itemId);
 
@@ -95,7 +94,6 @@ private:
 
     TTreeWidget* pTreeWidget;     // owned
     QTreeWidgetItem* pAlertsItem; // the branch of the alerts; owned by the tree
-    bool m_scrollToAlertsWhenShown;
 };
 
 #endif

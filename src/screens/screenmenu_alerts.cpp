@@ -97,26 +97,18 @@ void ScreenMenu::updateAlertList()
     pTreeWidget->viewport()->update();
 }
 
-// A list that was never shown has no size of its own yet and cannot scroll: then it is done once more
-// when it appears.
+// One alert is shown below the branch that it belongs to, with whatever is above; more fill the panel.
 void ScreenMenu::scrollToAlertMenuAndExpand()
 {
-    m_scrollToAlertsWhenShown = !isVisible();
     pTreeWidget->setCurrentItem(pAlertsItem);
     if (pAlertsItem->childCount() == 0)
         return;
+    QTreeWidgetItem* const newest = pAlertsItem->child(0);
     pAlertsItem->setExpanded(true);
-    pTreeWidget->setCurrentItem(pAlertsItem->child(0));
-    scrollToAlerts();
-}
-
-void ScreenMenu::scrollToAlerts()
-{
-    if (isVisible())
-        m_scrollToAlertsWhenShown = false;
+    pTreeWidget->setCurrentItem(newest);
     if (pAlertsItem->childCount() == 1)
-        pTreeWidget->scrollToItem(pAlertsItem->child(0), QAbstractItemView::PositionAtBottom);
-    else if (pAlertsItem->childCount() > 1)
+        pTreeWidget->scrollToItem(newest, QAbstractItemView::PositionAtBottom);
+    else
         pTreeWidget->scrollToItem(pAlertsItem, QAbstractItemView::PositionAtTop);
 }
 

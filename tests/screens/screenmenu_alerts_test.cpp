@@ -59,11 +59,11 @@ private slots:
     void openListStaysOpen();
 
     // The key on the warning sign
+    void warningSignWithOneAlert_data();
     void warningSignWithOneAlert();
     void warningSignWithManyAlerts_data();
     void warningSignWithManyAlerts();
     void warningSignWithoutRows();
-    void warningSignBeforeTheMenuWasEverShown();
 
     // Presses
     void noAlertsPopup();
@@ -333,11 +333,24 @@ static void pressWarningSign(MenuFixture& f)
     }
 }
 
+// A list that was never shown has not its size yet when it is told to scroll.
+void ScreenMenuAlertsTest::warningSignWithOneAlert_data()
+{
+    QTest::addColumn<bool>("shownBefore");
+    QTest::newRow("never shown before") << false;
+    QTest::newRow("shown before") << true;
+}
+
 void ScreenMenuAlertsTest::warningSignWithOneAlert()
 {
+    QFETCH(bool, shownBefore);
     MenuFixture f;
     setAlertLog({NEW});
     f.closePopups();
+    if (shownBefore) {
+        f.open();
+        QVERIFY(f.walkTo(1));
+    }
     pressWarningSign(f);
     QVERIFY(f.isOpen());
     QCOMPARE(f.current(), f.alert(0));
@@ -347,17 +360,24 @@ void ScreenMenuAlertsTest::warningSignWithOneAlert()
 void ScreenMenuAlertsTest::warningSignWithManyAlerts_data()
 {
     QTest::addColumn<int>("count");
+    QTest::addColumn<bool>("shownBefore");
     for (int count : {3, 5, 200}) {
-        QTest::newRow(qPrintable(QString::number(count))) << count;
+        QTest::newRow(qPrintable(QString("%1, never shown before").arg(count))) << count << false;
+        QTest::newRow(qPrintable(QString("%1, shown before").arg(count))) << count << true;
     }
 }
 
 void ScreenMenuAlertsTest::warningSignWithManyAlerts()
 {
     QFETCH(int, count);
+    QFETCH(bool, shownBefore);
     MenuFixture f;
     setAlertLog(manyAlerts(count));
     f.closePopups();
+    if (shownBefore) {
+        f.open();
+        QVERIFY(f.walkTo(1));
+    }
     pressWarningSign(f);
     QVERIFY(f.isOpen());
     QCOMPARE(f.current(), f.alert(0));
@@ -372,23 +392,6 @@ void ScreenMenuAlertsTest::warningSignWithoutRows()
     QVERIFY(f.isOpen());
     QCOMPARE(f.currentId(), 63);
     QVERIFY(f.rowsInView().contains("Alerts"));
-}
-
-// Then the list has no size yet when it is told to scroll.
-void ScreenMenuAlertsTest::warningSignBeforeTheMenuWasEverShown()
-{
-    setAlertLog(manyAlerts(5));
-    MenuFixture f;
-    QVERIFY(!f.menu->testAttribute(Qt::WA_WState_ExplicitShowHide) || !f.menu->isVisible());
-    f.window.scrollToAlertMenuAndExpand();
-    f.open();
-    QCOMPARE(f.rowsInView(), QStringList("Alerts") + f.alerts().mid(0, 3));
-    QCOMPARE(f.current(), f.alert(0));
-    // Once only: the next time the menu is as it was left.
-    QVERIFY(f.walkTo(1));
-    f.leave();
-    f.open();
-    QCOMPARE(f.rowsInView().first(), QString("Exit"));
 }
 
 // --- Presses -----------------------------------------------------------------------------------------------
