@@ -101,7 +101,6 @@ void Window::handleSimReady()
     send_pointing_msg("start");
 }
 
-// The alerts are a branch of the menu, which is not built yet.
 void Window::scrollToAlertMenuAndExpand()
 {
     pScreenMenu->scrollToAlertMenuAndExpand();

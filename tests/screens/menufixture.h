@@ -165,12 +165,8 @@ public:
             if (current() != step) {
                 return false;
             }
-            if (step != way.last()) {
-                if (step->isExpanded()) {
-                    tree->setCurrentItem(step->child(0));
-                } else {
-                    key(Qt::Key_Return);
-                }
+            if (step != way.last() && !step->isExpanded()) {
+                key(Qt::Key_Return);
             }
         }
         return currentId() == id;
