@@ -55,6 +55,9 @@ public:
 
     // Hands a text to the status screen's line; dropped with a log line before that screen exists.
     void setStatusText(const QString& text);
+    // Screens that the user left and can return to, the last one most recent. For a look at it; valid until
+    // the next change of screen.
+    const QList<Screen::SCREEN_ID_ENUM>& screenHistory() const { return history; }
     // Writes the history to the log, under a title.
     void debugHistory(const QString& title) const;
 
@@ -157,8 +160,7 @@ private:
     ScreenEnterPin* pScreenEnterPin;
     QGridLayout* pGridLayout; // owned
     QTranslator* pTranslator; // owned; null until the first language was loaded
-    // Screens that the user left and can return to, the last one most recent.
-    QList<Screen::SCREEN_ID_ENUM> history;
+    QList<Screen::SCREEN_ID_ENUM> history; // the last one most recent
 };
 
 #endif

@@ -80,6 +80,7 @@ class ScreenTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void init() { model()->setExtendedSystemStatus(10); } // no popup of a start is in the way
     void cleanup() { model()->stopIgnoreGlobalKeyPress(); }
 
     void idAndName_data();

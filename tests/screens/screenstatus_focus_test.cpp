@@ -1,6 +1,9 @@
 // The status screen's keys: every move of the frame under every condition, and what OK does on each item.
 #include "screens/statusfixture.h"
 
+#include "screens/screenpopup.h"
+#include "widgets/ttreewidget.h"
+
 #include <QSignalSpy>
 
 using namespace windowfixture;
@@ -318,15 +321,35 @@ void ScreenStatusFocusTest::iconsOpenScreens()
     QCOMPARE(messages.withPrefix("Window::ShowScreen(").first().contains("addToHistory=false"), true);
 }
 
+// The menu stands on its alerts already when it comes up.
 void ScreenStatusFocusTest::warningOpensTheAlerts()
 {
+    class Watcher : public QObject {
+    public:
+        QTreeWidget* tree = nullptr;
+        QTreeWidgetItem* currentAtShow = nullptr;
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            if (event->type() == QEvent::Show) {
+                currentAtShow = tree->currentItem();
+            }
+            return false;
+        }
+    } watcher;
     StatusFixture f;
+    f.window.show();
+    Screen* const menu = f.window.getScreenById(Screen::SCREEN_MENU);
+    watcher.tree = menu->findChild<QTreeWidget*>("pTreeWidget");
+    menu->installEventFilter(&watcher);
+    QTreeWidgetItem* const alerts = static_cast<TTreeWidget*>(watcher.tree)->getItemById(ITEM_ALERTS);
     model()->setWarningsPresent(true);
     f.screen->setFocusFrame(ScreenStatus::FOCUS_WARNING);
     Messages messages;
     QTest::keyClick(f.screen, Qt::Key_Return);
     QCOMPARE(requestsFor(messages, Screen::SCREEN_MENU), 1);
     QCOMPARE(f.window.getCurrentScreenId(), Screen::SCREEN_MENU);
+    QVERIFY(alerts);
+    QCOMPARE(watcher.currentAtShow, alerts);
 }
 
 void ScreenStatusFocusTest::nothingOnNone()
@@ -415,18 +438,24 @@ void ScreenStatusFocusTest::secondOkWhileActivatingDoesNothing()
 void ScreenStatusFocusTest::wifiTellsItsNetworkWhenSwitchedOn()
 {
     StatusFixture f;
+    ScreenPopup* const popups = static_cast<ScreenPopup*>(f.window.getScreenById(Screen::SCREEN_POPUP));
     model()->setWifiBroadcastSsid(true);
     model()->setWifiSsidStr("boat 100%");
     for (int interface = 1; interface <= 5; ++interface) {
         for (INTERFACE_STATE_ENUM state : {INTERFACE_STATE_OFF, INTERFACE_STATE_ON}) {
             model()->setInterfaceState(static_cast<INTERFACE_NAME_ENUM>(interface), state);
             f.screen->setFocusFrame(static_cast<Focus>(ScreenStatus::FOCUS_WIFI + interface - 1));
-            Messages messages;
             QTest::keyClick(f.screen, Qt::Key_Return);
-            const QStringList events = messages.withPrefix("ScreenPopup::addEvent(");
+            const QList<popup_event_t> events = popups->events();
             QCOMPARE(events.size(), interface == INTERFACE_NAME_WIFI && state == INTERFACE_STATE_OFF ? 1 : 0);
             if (!events.isEmpty()) {
-                QVERIFY2(events.first().contains("EV_AP_GUI_CUSTOM_TEXT"), qPrintable(events.first()));
+                QCOMPARE(events.first().eventId, unsigned(EV_AP_GUI_CUSTOM_TEXT));
+                QCOMPARE(int(events.first().severity), int(EVENT_INFO));
+                QCOMPARE(int(events.first().closeHandling), int(POPUP_CLOSE_AUTO));
+                QCOMPARE(events.first().showForMilliseconds, 3000);
+                QCOMPARE(events.first().text,
+                         model()->getEventText(EV_AP_GUI_CUSTOM_TEXT) + "WLAN name: boat 100%");
+                popups->closePopup(EV_AP_GUI_CUSTOM_TEXT, true);
             }
         }
     }

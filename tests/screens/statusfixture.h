@@ -38,6 +38,8 @@ public:
     {
         // The language that the window has loaded is told to the screens later.
         QCoreApplication::sendPostedEvents();
+        // While the terminal initialises a popup covers the screen.
+        window.removePopupIfExist(EV_AP_GUI_STATUS_SYSTEM_INITIALIZING);
         // It also switches the poll off and on again from the GUI thread, and the bus thread may not notice
         // before something wakes it.
         windowfixture::passBus();

@@ -14,6 +14,9 @@
 #include <map>
 #include <string>
 
+// The screen saver as the log names it: it is an event without a text.
+const char SCREEN_SAVER[] = "No debug text for eventId=0x10109";
+
 // A test object inherits it beside QObject and calls startTest in init and endTest in cleanup.
 class WindowCase {
 protected:
@@ -43,6 +46,7 @@ protected:
 
     Window* makeWindow(int extendedSystemStatus = SAFE_MODE)
     {
+        m_window.reset();
         windowfixture::model()->setExtendedSystemStatus(extendedSystemStatus);
         m_window.reset(new Window);
         // The language that the window has loaded is told to the screens later.
@@ -71,10 +75,14 @@ protected:
         windowfixture::terminal().settle();
         windowfixture::terminal().clearLogs();
     }
-    // The pointing commands sent since then, as "start stop".
-    static QString pointingCommands()
+    // The pointing commands sent since then, as "start stop"; waits for as many as there should be.
+    static QString pointingCommands(size_t expected)
     {
         windowfixture::terminal().settle();
+        if (expected > 0) {
+            windowfixture::terminal().waitForMessage("bp_ctrl.pointing", sim::Terminal::DefaultTimeout,
+                                                     expected);
+        }
         QStringList commands;
         for (const auto& message : windowfixture::terminal().messagesNamed("bp_ctrl.pointing")) {
             commands.append(QString::fromStdString(message.text()));
@@ -138,11 +146,9 @@ protected:
     // The screens that wait in the history, the oldest first, as "MENU BATTERY".
     QString history() const
     {
-        Messages messages;
-        m_window->debugHistory("history");
         QStringList names;
-        for (const QString& line : messages.texts().mid(1)) {
-            names.append(line.section('(', 1).remove("SCREEN_").remove(")"));
+        for (Screen::SCREEN_ID_ENUM id : m_window->screenHistory()) {
+            names.append(m_window->getScreenNameById(id).remove("SCREEN_"));
         }
         return names.join(" ");
     }
