@@ -100,11 +100,16 @@ inline void resetModel()
     QCoreApplication::sendPostedEvents();
 }
 
-// Starts everything and runs the test object; returns the program's exit status.
-template <typename Test> int run(int argc, char** argv)
+inline sim::TerminalOptions emptyTerminal()
 {
     sim::TerminalOptions options;
     options.initialValues = false;
+    return options;
+}
+
+// Starts everything and runs the test object; returns the program's exit status.
+template <typename Test> int run(int argc, char** argv, const sim::TerminalOptions& options = emptyTerminal())
+{
     terminalPointer() = new sim::Terminal(options);
     if (!terminal().running()) {
         qFatal("no terminal: %s", terminal().error().c_str());
