@@ -14,6 +14,7 @@
 #include <QPropertyAnimation>
 #include <QStringList>
 #include <QTimer>
+#include <QTimerEvent>
 
 namespace windowfixture {
 
@@ -116,6 +117,13 @@ public:
     QTimer* autoClose() const { return timer("pAutoCloseTimer"); }
     QTimer* saver() const { return timer("pScreenSaverTimer"); }
     QTimer* hideButtons() const { return timer("pHideButtonsTimer"); }
+
+    // What the event loop does when the timer's time is over.
+    void fireAutoClose()
+    {
+        QTimerEvent event(autoClose()->timerId());
+        QCoreApplication::sendEvent(autoClose(), &event);
+    }
 
     // Presses the key as the panel's keypad does, on whatever screen has the focus.
     void press(Qt::Key key) { QTest::keyClick(window.getScreenById(window.getCurrentScreenId()), key); }

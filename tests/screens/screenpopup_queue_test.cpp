@@ -49,6 +49,7 @@ private slots:
     void warningDisturbsPointing();
     void informationComesUpAfterPointing();
     void previousScreenWaitsInTheHistory();
+    void popupInsteadOfThePreviousScreenHasItsTime();
 
     // Departure
     void closingOnAnEmptyList();
@@ -310,7 +311,8 @@ void ScreenPopupQueueTest::tickOnItsWayIsDeliveredBeforeTheListIsJudged()
         f.screen->handleAutoCloseTimeout();
     }
     QCOMPARE(f.list(), QString("A B"));
-    QMetaObject::invokeMethod(f.screen, "handleAutoCloseTimeout", Qt::QueuedConnection);
+    f.fireAutoClose();
+    QCOMPARE(f.list(), QString("A B")); // the timer has fired, but its tick has yet to arrive
     f.add(A, EVENT_WARNING, POPUP_CLOSE_OK, 0, 0, "again");
     QCOMPARE(f.list(), QString("B A"));
     QCOMPARE(f.text()->text(), QString("B"));
@@ -554,6 +556,22 @@ void ScreenPopupQueueTest::previousScreenWaitsInTheHistory()
     QVERIFY(f.shown());
     f.screen->closePopup(B, true);
     QCOMPARE(f.window.getCurrentScreenId(), Screen::SCREEN_ANTENNA);
+}
+
+// The bundle list waits in the history, but there is no bundle: instead of it a popup comes up, while the one
+// before it is still being left.
+void ScreenPopupQueueTest::popupInsteadOfThePreviousScreenHasItsTime()
+{
+    PopupFixture f;
+    f.add(A);
+    f.window.showScreen(Screen::SCREEN_ACTION, true);
+    f.screen->closePopup(A, true);
+    QCOMPARE(f.screen->events().size(), 1);
+    QCOMPARE(f.screen->events().at(0).eventId, unsigned(EV_AP_GUI_NO_BUNDLES_DEFINED));
+    QVERIFY(f.shown());
+    f.screen->closePopup(EV_AP_GUI_NO_BUNDLES_DEFINED, false);
+    QCOMPARE(f.screen->events().size(), 1);
+    QCOMPARE(f.screen->events().at(0).closeHandling, POPUP_CLOSE_AUTO);
 }
 
 // --- Departure ---------------------------------------------------------------------------------------------

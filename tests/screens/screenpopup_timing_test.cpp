@@ -40,6 +40,8 @@ private slots:
     void autoCloseIgnoresNoKeys();
     void nextPopupHasItsOwnTime();
     void displacedPopupStartsAnew();
+    void refreshStartsAnew();
+    void leavingStartsAnew();
     void timerThatRunsIsLeftAlone();
     void timerOfADisplacedPopup_data();
     void timerOfADisplacedPopup();
@@ -54,6 +56,7 @@ private slots:
     void sameTextKeepsItsTimeOfShowing();
     void otherTextHasANewTimeOfShowing();
     void shownAnewHasANewTimeOfShowing();
+    void sameTextAfterPointingHasANewTimeOfShowing();
     void withoutATimeOfShowing();
     void keysAreIgnoredAfterwards();
 };
@@ -226,6 +229,42 @@ void ScreenPopupTimingTest::displacedPopupStartsAnew()
     QVERIFY(!f.autoClose()->isActive());
     f.screen->closePopup(N, true);
     QCOMPARE(f.list(), QString("A"));
+    QVERIFY(f.autoClose()->isActive());
+    for (int tick = 1; tick <= 10; ++tick) {
+        f.screen->handleAutoCloseTimeout();
+    }
+    QCOMPARE(f.list(), QString("A"));
+    f.screen->handleAutoCloseTimeout();
+    QVERIFY(f.screen->events().isEmpty());
+}
+
+// Ticks before a refresh don't count, whoever starts the timer after it.
+void ScreenPopupTimingTest::refreshStartsAnew()
+{
+    PopupFixture f;
+    f.add(A, EVENT_WARNING, POPUP_CLOSE_AUTO, LONG_MS);
+    for (int tick = 1; tick <= 6; ++tick) {
+        f.screen->handleAutoCloseTimeout();
+    }
+    f.add(A, EVENT_WARNING, POPUP_CLOSE_AUTO, LONG_MS);
+    for (int tick = 1; tick <= 10; ++tick) {
+        f.screen->handleAutoCloseTimeout();
+    }
+    QCOMPARE(f.list(), QString("A"));
+    f.screen->handleAutoCloseTimeout();
+    QVERIFY(f.screen->events().isEmpty());
+}
+
+void ScreenPopupTimingTest::leavingStartsAnew()
+{
+    PopupFixture f;
+    f.add(A, EVENT_WARNING, POPUP_CLOSE_AUTO, LONG_MS);
+    for (int tick = 1; tick <= 6; ++tick) {
+        f.screen->handleAutoCloseTimeout();
+    }
+    f.add(A, EVENT_WARNING, POPUP_CLOSE_OK);
+    QVERIFY(!f.autoClose()->isActive());
+    f.screen->closePopup(A, false);
     QVERIFY(f.autoClose()->isActive());
     for (int tick = 1; tick <= 10; ++tick) {
         f.screen->handleAutoCloseTimeout();
@@ -410,6 +449,23 @@ void ScreenPopupTimingTest::shownAnewHasANewTimeOfShowing()
     QTest::qWait(2010);
     f.add(N, EVENT_ERROR);
     f.screen->closePopup(N, true);
+    f.screen->closePopup(A, false);
+    QCOMPARE(f.list(), QString("A"));
+}
+
+// Pushed aside and shown again: the label still has the text, but the user saw another screen.
+void ScreenPopupTimingTest::sameTextAfterPointingHasANewTimeOfShowing()
+{
+    PopupFixture f;
+    f.add(A, EVENT_INFO, POPUP_CLOSE_NOT_BY_USER);
+    model()->setPointingMode(POINTING_STATUS_POINTING);
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(f.window.getCurrentScreenId(), Screen::SCREEN_POINTING);
+    QCOMPARE(f.text()->text(), QString("A"));
+    QTest::qWait(2010);
+    model()->setPointingMode(POINTING_STATUS_POINTED);
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(f.shown());
     f.screen->closePopup(A, false);
     QCOMPARE(f.list(), QString("A"));
 }
