@@ -166,3 +166,67 @@ int PanelProcess::waitForEnd(int timeoutMs)
     }
     return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
 }
+
+XServerProcess::~XServerProcess()
+{
+    if (m_process.state() != QProcess::NotRunning) {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+}
+
+bool XServerProcess::start()
+{
+    m_process.start("Xvfb", QString("-displayfd 1 -screen 0 256x64x24 -nolisten tcp").split(' '));
+    if (!m_process.waitForStarted() || !m_process.waitForReadyRead(20000)) {
+        return false;
+    }
+    m_display = ":" + QString::fromLatin1(m_process.readAllStandardOutput()).trimmed();
+    return true;
+}
+
+bool XServerProcess::press(const QString& key)
+{
+    QProcess tool;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("DISPLAY", m_display);
+    tool.setProcessEnvironment(environment);
+    tool.start("xdotool", QStringList({"mousemove", "100", "30", "key", key}));
+    return tool.waitForFinished(20000) && tool.exitCode() == 0;
+}
+
+PanelDesk::PanelDesk(const QString& purpose, Display display)
+    : m_display(display), m_address(privateBusAddress(purpose)), terminal(m_address), panel(m_address)
+{
+}
+
+QString PanelDesk::startTerminal()
+{
+    return terminal.start() ? QString() : QString("terminalsim did not start");
+}
+
+// The text "Ready" comes with the first poll of the radio module, after all initial reads.
+QString PanelDesk::startPanel()
+{
+    if (m_display == X_SERVER && !xServer.start()) {
+        return "Xvfb did not start";
+    }
+    if (!panel.start(QStringList("logQtDebug"), xServer.display())) {
+        return "lumenpanel did not start";
+    }
+    if (panel.waitForLog("Successfully translated statusTextId=12 ") < 0) {
+        return "lumenpanel did not become ready";
+    }
+    return QString();
+}
+
+QString PanelDesk::start()
+{
+    const QString fault = startTerminal();
+    return fault.isEmpty() ? startPanel() : fault;
+}
+
+bool PanelDesk::waitForKey(const QString& key, const QString& value, int timeoutMs)
+{
+    return waitUntil([&] { return terminal.get(key) == value; }, timeoutMs);
+}

@@ -59,6 +59,52 @@ private:
     QTemporaryDir m_directory;
 };
 
+// An X server of the panel's size, without a desktop.
+class XServerProcess {
+public:
+    ~XServerProcess();
+
+    // Starts it and waits until it takes clients.
+    bool start();
+    // Its name for DISPLAY, empty before the start.
+    QString display() const { return m_display; }
+    // Presses and releases a key by its name in X, such as "Up" or "Return", wherever the pointer is: there
+    // is no window manager that would give the focus.
+    bool press(const QString& key);
+
+private:
+    QProcess m_process;
+    QString m_display;
+};
+
+// Terminal, panel and, if keys are to be pressed, an X server, on a bus address of their own. Whatever was
+// started ends with the object, also where a check has failed.
+class PanelDesk {
+public:
+    enum Display { OFFSCREEN, X_SERVER };
+
+    explicit PanelDesk(const QString& purpose, Display display = OFFSCREEN);
+
+    // Each starts what its name says; start() all of it, with the panel's debug log on, and waits until the
+    // panel shows live values. Empty on success, else what did not come up.
+    QString startTerminal();
+    QString startPanel();
+    QString start();
+
+    bool press(const QString& key) { return xServer.press(key); }
+    bool waitForKey(const QString& key, const QString& value, int timeoutMs = 20000);
+
+private:
+    const Display m_display;
+    const QString m_address;
+
+public:
+    // In the order of their start; they end in the reverse one.
+    XServerProcess xServer;
+    TerminalProcess terminal;
+    PanelProcess panel;
+};
+
 template <typename Condition> bool waitUntil(Condition condition, int timeoutMs)
 {
     for (int waited = 0; !condition(); waited += 20) {

@@ -22,70 +22,21 @@ private slots:
     void linesBeforeTheLogIsOpenedBearTheProgramsName();
     void withoutTheArgumentNoDebugLinesOfTheFrontEnd();
     void aPerCentSignFromTheDatabaseDoesNoHarm();
-
-private:
-    bool waitUntilLive(PanelProcess& panel);
-    bool waitForKey(TerminalProcess& terminal, const QString& key, const QString& value);
-    QString startXServer(QProcess& server);
-    bool press(const QString& display, const QString& key);
 };
-
-// The text "Ready" comes with the first poll of the radio module, after all initial reads.
-bool PanelTest::waitUntilLive(PanelProcess& panel)
-{
-    return panel.waitForLog("Successfully translated statusTextId=12 ") >= 0;
-}
-
-bool PanelTest::waitForKey(TerminalProcess& terminal, const QString& key, const QString& value)
-{
-    return waitUntil([&] { return terminal.get(key) == value; }, 20000);
-}
-
-// An X server without a desktop; the name of its display, or an empty text.
-QString PanelTest::startXServer(QProcess& server)
-{
-    server.start("Xvfb", QStringList() << "-displayfd"
-                                       << "1"
-                                       << "-screen"
-                                       << "0"
-                                       << "256x64x24"
-                                       << "-nolisten"
-                                       << "tcp");
-    if (!server.waitForStarted() || !server.waitForReadyRead(20000)) {
-        return QString();
-    }
-    return ":" + QString::fromLatin1(server.readAllStandardOutput()).trimmed();
-}
-
-bool PanelTest::press(const QString& display, const QString& key)
-{
-    QProcess tool;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("DISPLAY", display);
-    tool.setProcessEnvironment(environment);
-    tool.start("xdotool", QStringList() << "mousemove"
-                                        << "100"
-                                        << "30"
-                                        << "key" << key);
-    return tool.waitForFinished(20000) && tool.exitCode() == 0;
-}
 
 void PanelTest::signalStrengthChangesThePicture()
 {
-    const QString address = privateBusAddress("picture");
-    TerminalProcess terminal(address);
-    QVERIFY(terminal.start());
-    QVERIFY(terminal.set("ram.status.signal_strength", "int:450"));
-    PanelProcess panel(address);
-    QVERIFY(panel.start(QStringList("logQtDebug")));
-    QVERIFY(waitUntilLive(panel));
-    const QImage before = panel.screenshot();
+    PanelDesk desk("picture");
+    QCOMPARE(desk.startTerminal(), QString());
+    QVERIFY(desk.terminal.set("ram.status.signal_strength", "int:450"));
+    QCOMPARE(desk.startPanel(), QString());
+    const QImage before = desk.panel.screenshot();
     QCOMPARE(before.size(), QSize(256, 64));
 
-    const int lines = panel.log().size();
-    QVERIFY(terminal.set("ram.status.signal_strength", "int:530"));
-    QVERIFY(panel.waitForLog("setTopLayerText(): topLayerText=", 20000, lines) >= 0);
-    const QImage after = panel.screenshot();
+    const int lines = desk.panel.log().size();
+    QVERIFY(desk.terminal.set("ram.status.signal_strength", "int:530"));
+    QVERIFY(desk.panel.waitForLog("setTopLayerText(): topLayerText=", 20000, lines) >= 0);
+    const QImage after = desk.panel.screenshot();
     QCOMPARE(after.size(), QSize(256, 64));
     QVERIFY(before != after);
     // Only the number over the antenna changed: the left column, above the connect icon.
@@ -96,53 +47,35 @@ void PanelTest::signalStrengthChangesThePicture()
 
 void PanelTest::okOnTheLanIconTurnsTheInterfaceOff()
 {
-    QProcess server;
-    const QString display = startXServer(server);
-    QVERIFY2(!display.isEmpty(), "Xvfb did not start");
-    const QString address = privateBusAddress("lan");
-    TerminalProcess terminal(address);
-    QVERIFY(terminal.start());
-    QCOMPARE(terminal.get("cfg.interfaces.lan.enabled"), QString("int 1"));
-    PanelProcess panel(address);
-    QVERIFY(panel.start(QStringList("logQtDebug"), display));
-    QVERIFY(waitUntilLive(panel));
+    PanelDesk desk("lan", PanelDesk::X_SERVER);
+    QCOMPARE(desk.startTerminal(), QString());
+    QCOMPARE(desk.terminal.get("cfg.interfaces.lan.enabled"), QString("int 1"));
+    QCOMPARE(desk.startPanel(), QString());
 
-    QVERIFY(press(display, "Up")); // from the status text to the LAN icon
-    QVERIFY(press(display, "Return"));
-    QVERIFY(waitForKey(terminal, "cfg.interfaces.lan.enabled", "int 0"));
+    QVERIFY(desk.press("Up")); // from the status text to the LAN icon
+    QVERIFY(desk.press("Return"));
+    QVERIFY(desk.waitForKey("cfg.interfaces.lan.enabled", "int 0"));
     // The interface follows what was asked for, and the panel can turn it on again.
-    QVERIFY(waitForKey(terminal, "ram.status.interfaces.lan.enabled", "int 0"));
-    QVERIFY(panel.waitForLog("state=INTERFACE_STATE_OFF") >= 0);
-    QVERIFY(press(display, "Return"));
-    QVERIFY(waitForKey(terminal, "cfg.interfaces.lan.enabled", "int 1"));
-    panel.process().kill();
-    panel.waitForEnd();
-    server.kill();
-    server.waitForFinished();
+    QVERIFY(desk.waitForKey("ram.status.interfaces.lan.enabled", "int 0"));
+    QVERIFY(desk.panel.waitForLog("state=INTERFACE_STATE_OFF") >= 0);
+    QVERIFY(desk.press("Return"));
+    QVERIFY(desk.waitForKey("cfg.interfaces.lan.enabled", "int 1"));
 }
 
 void PanelTest::aKeyPressIsLoggedOnce()
 {
-    QProcess server;
-    const QString display = startXServer(server);
-    QVERIFY2(!display.isEmpty(), "Xvfb did not start");
-    const QString address = privateBusAddress("key");
-    TerminalProcess terminal(address);
-    QVERIFY(terminal.start());
-    PanelProcess panel(address);
-    QVERIFY(panel.start(QStringList("logQtDebug"), display));
-    QVERIFY(waitUntilLive(panel));
-    const int before = panel.log().size();
-    QVERIFY(press(display, "Up"));
-    QVERIFY(panel.waitForLog("GuiApp::notify: Done handling the keypress.", 20000, before) >= 0);
-    QVERIFY(press(display, "Down"));
-    QVERIFY(panel.waitForLog("Key_Down was pressed for receiver=.", 20000, before) >= 0);
-    QCOMPARE(panel.log().mid(before).filter("Key_Up was pressed for receiver=.").size(), 1);
-    QCOMPARE(panel.log().mid(before).filter("Current screen=SCREEN_STATUS").size(), 2);
-    panel.process().kill();
-    panel.waitForEnd();
-    server.kill();
-    server.waitForFinished();
+    PanelDesk desk("key", PanelDesk::X_SERVER);
+    QCOMPARE(desk.start(), QString());
+    const int before = desk.panel.log().size();
+    QVERIFY(desk.press("Up"));
+    QVERIFY(desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", 20000, before) >= 0);
+    QVERIFY(desk.press("Down"));
+    QVERIFY(desk.panel.waitForLog("Key_Down was pressed for receiver=.", 20000, before) >= 0);
+    QVERIFY(waitUntil(
+        [&] { return desk.panel.log().mid(before).filter("Current screen=SCREEN_STATUS").size() >= 2; },
+        20000));
+    QCOMPARE(desk.panel.log().mid(before).filter("Key_Up was pressed for receiver=.").size(), 1);
+    QCOMPARE(desk.panel.log().mid(before).filter("Current screen=SCREEN_STATUS").size(), 2);
 }
 
 void PanelTest::noBusAtStartIsThePanicWithinASecond()
@@ -169,27 +102,22 @@ void PanelTest::noBusAtStartIsThePanicWithinASecond()
 
 void PanelTest::busLostLaterKeepsThePanelWorking()
 {
-    QProcess server;
-    const QString display = startXServer(server);
-    QVERIFY2(!display.isEmpty(), "Xvfb did not start");
-    const QString address = privateBusAddress("lost");
-    TerminalProcess terminal(address);
-    QVERIFY(terminal.start());
-    PanelProcess panel(address);
-    QVERIFY(panel.start(QStringList("logQtDebug"), display));
-    QVERIFY(waitUntilLive(panel));
-    QCOMPARE(terminal.end(), 0);
+    PanelDesk desk("lost", PanelDesk::X_SERVER);
+    QCOMPARE(desk.start(), QString());
+    QCOMPARE(desk.terminal.end(), 0);
     // The next poll reads nothing, and the radio module counts as not operating.
-    QVERIFY(panel.waitForLog("rmcfg.sys.status.mode not in database") >= 0);
-    const int before = panel.log().size();
-    QVERIFY(press(display, "Up"));
-    QVERIFY(panel.waitForLog("ScreenStatus::keyUpClicked(). this->focusState=", 20000, before) >= 0);
-    QVERIFY(press(display, "Return"));
-    QVERIFY(panel.waitForLog("GuiApp::notify: Done handling the keypress.", 20000, before) >= 0);
-    QCOMPARE(panel.process().state(), QProcess::Running);
-    QCOMPARE(panel.screenshot().size(), QSize(256, 64));
-    server.kill();
-    server.waitForFinished();
+    QVERIFY(desk.panel.waitForLog("rmcfg.sys.status.mode not in database") >= 0);
+    // That means a reboot, of which a popup tells; the keys reach it, and change nothing.
+    QVERIFY(desk.panel.waitForLog("eventList[0]=EV_AP_GUI_STATUS_SYSTEM_REBOOTING") >= 0);
+    int before = desk.panel.log().size();
+    QVERIFY(desk.press("Up"));
+    QVERIFY(desk.panel.waitForLog("ScreenPopup::keyUpClicked(). Do nothing.", 20000, before) >= 0);
+    QVERIFY(desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", 20000, before) >= 0);
+    before = desk.panel.log().size();
+    QVERIFY(desk.press("Return"));
+    QVERIFY(desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", 20000, before) >= 0);
+    QCOMPARE(desk.panel.process().state(), QProcess::Running);
+    QCOMPARE(desk.panel.screenshot().size(), QSize(256, 64));
 }
 
 void PanelTest::endBySignalGivesStatusOne_data()
@@ -251,15 +179,11 @@ void PanelTest::withoutTheArgumentNoDebugLinesOfTheFrontEnd()
 
 void PanelTest::aPerCentSignFromTheDatabaseDoesNoHarm()
 {
-    const QString address = privateBusAddress("percent");
-    TerminalProcess terminal(address);
-    QVERIFY(terminal.start());
-    PanelProcess panel(address);
-    QVERIFY(panel.start(QStringList("logQtDebug")));
-    QVERIFY(waitUntilLive(panel));
-    QVERIFY(terminal.set("cfg.interfaces.wlan.ssid", "string:%n%s%n 100% caf\xc3\xa9"));
-    QVERIFY(panel.waitForLog("%n%s%n 100% caf?") >= 0);
-    QCOMPARE(panel.process().state(), QProcess::Running);
+    PanelDesk desk("percent");
+    QCOMPARE(desk.start(), QString());
+    QVERIFY(desk.terminal.set("cfg.interfaces.wlan.ssid", "string:%n%s%n 100% caf\xc3\xa9"));
+    QVERIFY(desk.panel.waitForLog("%n%s%n 100% caf?") >= 0);
+    QCOMPARE(desk.panel.process().state(), QProcess::Running);
 }
 
 QTEST_GUILESS_MAIN(PanelTest)
