@@ -214,10 +214,15 @@ QString PanelDesk::startPanel()
     if (!panel.start(QStringList("logQtDebug"), xServer.display())) {
         return "lumenpanel did not start";
     }
-    if (panel.waitForLog("Successfully translated statusTextId=12 ") < 0) {
-        return "lumenpanel did not become ready";
+    // The window's construction switches the poll off and on, which the bus thread may not notice before
+    // something wakes it; any change that it is told of will do.
+    for (int nudges = 1; nudges <= 20; ++nudges) {
+        if (panel.waitForLog("Successfully translated statusTextId=12 ", 2000) >= 0) {
+            return QString();
+        }
+        terminal.set("ram.status.position.nudge", QString("int:%1").arg(nudges));
     }
-    return QString();
+    return "lumenpanel did not become ready";
 }
 
 QString PanelDesk::start()
