@@ -1377,11 +1377,11 @@ match inserted SIM</translation>
     </message>
     <message>
         <source>HDR Half Asymmetric</source>
-        <translation>HDR Half Asymmetric</translation>
+        <translation>HDR Half Asym.</translation>
     </message>
     <message>
         <source>HDR Half Symmetric</source>
-        <translation>HDR Half Symmetric</translation>
+        <translation>HDR Half Sym.</translation>
     </message>
     <message>
         <source>BGAN X-Stream</source>
@@ -1389,19 +1389,19 @@ match inserted SIM</translation>
     </message>
     <message>
         <source>HDR Full Asymmetric</source>
-        <translation>HDR Full Asymmetric</translation>
+        <translation>HDR Full Asym.</translation>
     </message>
     <message>
         <source>HDR Full Symmetric</source>
-        <translation>HDR Full Symmetric</translation>
+        <translation>HDR Full Sym.</translation>
     </message>
     <message>
         <source>2xHDR Full Asymmetric</source>
-        <translation>2xHDR Full Asymmetric</translation>
+        <translation>2xHDR Full Asym.</translation>
     </message>
     <message>
         <source>2xHDR Full Symmetric</source>
-        <translation>2xHDR Full Symmetric</translation>
+        <translation>2xHDR Full Sym.</translation>
     </message>
     <message>
         <source>Standard data: </source>
@@ -1409,7 +1409,7 @@ match inserted SIM</translation>
     </message>
     <message>
         <source>Unknown connection</source>
-        <translation>Unknown connection</translation>
+        <translation>Unknown conn.</translation>
     </message>
 </context>
 </TS>
