@@ -5,11 +5,7 @@
 #include "model/interfaces.h"
 #include "model/wan.h"
 
-using singlevalue::Case;
-using singlevalue::digits;
-using singlevalue::number;
-using singlevalue::text;
-using singlevalue::truth;
+using namespace singlevalue;
 
 namespace {
 
@@ -21,102 +17,54 @@ StatusUpdater& model()
 const QList<Case>& cases()
 {
     static const QList<Case> all = {
-        {"readIpAddress",
-         readIpAddress,
-         "ram.net.eth0.ip_address",
-         Access::ipAddress,
-         "",
-         "readIpAddress(): ERROR !!! ram.net.eth0.ip_address not in database???",
-         {text("192.168.0.1")}},
-        {"readDhcpClientMode",
-         readDhcpClientMode,
-         "ram.net.eth0.dhcp_client_mode",
-         [] { return truth(model().getDhcpClientMode()); },
-         "false",
-         "readDhcpClientMode(): ram.net.eth0.dhcp_client_mode not in database. Setting default value 0",
-         {number(1, "true"), number(0, "false"),
-          number(2, "false", "readDhcpClientMode(): ERROR!!! illegal value=2"),
-          number(-1, "false", "readDhcpClientMode(): ERROR!!! illegal value=-1")}},
-        {"readLanMacStr",
-         readLanMacStr,
-         "cfg.interfaces.lan.mac_address",
-         Access::lanMacStr,
-         "",
-         "readLanMacStr(): ERROR !!! cfg.interfaces.lan.mac_address not in database???",
-         {text("00:11:22:33:44:55")}},
-        {"readWifiMacStr",
-         readWifiMacStr,
-         "cfg.interfaces.wlan.mac_address",
-         Access::wifiMacStr,
-         "",
-         "readWifiMacStr(): ERROR !!! cfg.interfaces.wlan.mac_address not in database???",
-         {text("00:11:22:33:44:56")}},
-        {"readWifiSsidStr",
-         readWifiSsidStr,
-         "cfg.interfaces.wlan.ssid",
-         [] { return model().getWifiSsidStr(); },
-         "",
-         "readWifiSsidStr(): ERROR !!! cfg.interfaces.wlan.ssid not in database???",
-         {text("caf\xc3\xa9 100%s%n")}},
+        ofText(READER(readIpAddress), "ram.net.eth0.ip_address", Access::ipAddress, "192.168.0.1"),
+        ofNumber(
+            READER(readDhcpClientMode), "ram.net.eth0.dhcp_client_mode",
+            [] { return truth(model().getDhcpClientMode()); }, "false",
+            "readDhcpClientMode(): ram.net.eth0.dhcp_client_mode not in database. Setting default value 0",
+            truthOr("readDhcpClientMode", {2, -1})),
+        ofText(READER(readLanMacStr), "cfg.interfaces.lan.mac_address", Access::lanMacStr,
+               "00:11:22:33:44:55"),
+        ofText(READER(readWifiMacStr), "cfg.interfaces.wlan.mac_address", Access::wifiMacStr,
+               "00:11:22:33:44:56"),
+        ofText(
+            READER(readWifiSsidStr), "cfg.interfaces.wlan.ssid", [] { return model().getWifiSsidStr(); },
+            "caf\xc3\xa9 100%s%n"),
         // "cfg.interfaces.wlan.bssid of 2 gives false."
-        {"readWifiBroadcastSsid",
-         readWifiBroadcastSsid,
-         "cfg.interfaces.wlan.bssid",
-         [] { return truth(model().getWifiBroadcastSsid()); },
-         "false",
-         "readWifiBroadcastSsid(): ERROR!!! cfg.interfaces.wlan.bssid not in database???",
-         {number(1, "true"), number(0, "false"), number(2, "false"), number(-1, "false")}},
-        {"readWifiNumberOfClients",
-         readWifiNumberOfClients,
-         "ram.status.interfaces.wlan.clients",
-         [] { return digits(model().getWifiNumberOfClients()); },
-         "0",
-         "readWifiNumberOfClients(): ram.status.interfaces.wlan.clients not in database???",
-         {number(3), number(0), number(120)}},
+        ofNumber(READER(readWifiBroadcastSsid), "cfg.interfaces.wlan.bssid",
+                 [] { return truth(model().getWifiBroadcastSsid()); }, "false",
+                 "readWifiBroadcastSsid(): ERROR!!! cfg.interfaces.wlan.bssid not in database???",
+                 {number(1, "true"), number(0, "false"), number(2, "false"), number(-1, "false")}),
+        ofNumber(
+            READER(readWifiNumberOfClients), "ram.status.interfaces.wlan.clients",
+            [] { return digits(model().getWifiNumberOfClients()); }, "0", numbers({3, 0, 120})),
         // "ram.wan.active of 9 gives -1."
-        {"readWanActive",
-         readWanActive,
-         "ram.wan.active",
-         [] { return digits(model().getWanActive()); },
-         "-1",
-         "readWanActive(): ram.wan.active not in database???",
-         {number(1), number(0), number(2), number(3),
-          number(4, "-1", "readWanActive(): value=4 not supported!"),
-          number(9, "-1", "readWanActive(): value=9 not supported!"),
-          number(-2, "-1", "readWanActive(): value=-2 not supported!")}},
-        {"readModemPresent",
-         readModemPresent,
-         "ram.modem.status.present",
-         [] { return digits(model().getModemPresent()); },
-         "-1",
-         "readModemPresent(): ram.modem.status.present could not be read. Using value=-1",
-         {number(1), number(0),
-          number(5, "5", "readModemPresent(): ram.modem.status.present could not be read. Using value=5")}},
-        {"readModemActivated",
-         readModemActivated,
-         "ram.modem.activate",
-         [] { return digits(model().getModemActivated()); },
-         "0",
-         "readModemActivated(): Unexpected value=-1. Using default value=0",
-         {number(1), number(0),
-          number(2, "0", "readModemActivated(): Unexpected value=2. Using default value=0")}},
-        {"readWanUserSelection",
-         readWanUserSelection,
-         "ram.wan.user_selection",
-         [] { return digits(model().getWanUserSelection()); },
-         "-1",
-         "readWanUserSelection(): ram.wan.user_selection not in database???",
-         {number(2), number(1), number(0), number(3, "-1", "readWanUserSelection(): value=3 not supported!"),
-          number(-2, "-1", "readWanUserSelection(): value=-2 not supported!")}},
-        {"readModemOrBganAtStartup",
-         readModemOrBganAtStartup,
-         "cfg.wan.setting",
-         [] { return digits(model().getModemOrBganAtStartup()); },
-         "-1",
-         "readModemOrBganAtStartup(): cfg.wan.setting not in database???",
-         {number(3), number(2), number(1), number(0),
-          number(4, "-1", "readModemOrBganAtStartup(): value=4 not supported!"),
-          number(-2, "-1", "readModemOrBganAtStartup(): value=-2 not supported!")}},
+        ofNumber(
+            READER(readWanActive), "ram.wan.active", [] { return digits(model().getWanActive()); }, "-1",
+            numbers({1, 0, 2, 3}) + unsupported("readWanActive", {4, 9, -2})),
+        ofNumber(
+            READER(readModemPresent), "ram.modem.status.present",
+            [] { return digits(model().getModemPresent()); }, "-1",
+            "readModemPresent(): ram.modem.status.present could not be read. Using value=-1",
+            numbers({1, 0}) +
+                QList<Given>{number(5, "5",
+                                    "readModemPresent(): "
+                                    "ram.modem.status.present could not be read. Using value=5")}),
+        ofNumber(
+            READER(readModemActivated), "ram.modem.activate",
+            [] { return digits(model().getModemActivated()); }, "0",
+            "readModemActivated(): Unexpected value=-1. Using default value=0",
+            numbers({1, 0}) +
+                QList<Given>{
+                    number(2, "0", "readModemActivated(): Unexpected value=2. Using default value=0")}),
+        ofNumber(
+            READER(readWanUserSelection), "ram.wan.user_selection",
+            [] { return digits(model().getWanUserSelection()); }, "-1",
+            numbers({2, 1, 0}) + unsupported("readWanUserSelection", {3, -2})),
+        ofNumber(
+            READER(readModemOrBganAtStartup), "cfg.wan.setting",
+            [] { return digits(model().getModemOrBganAtStartup()); }, "-1",
+            numbers({3, 2, 1, 0}) + unsupported("readModemOrBganAtStartup", {4, -2})),
     };
     return all;
 }
@@ -136,12 +84,12 @@ private slots:
     void cleanupTestCase() { delete bus; }
     void init() { bus->reset(); }
 
-    void singleValue_data() { singlevalue::addRows(cases()); }
+    void singleValue_data() { addRows(cases()); }
     void singleValue()
     {
         QFETCH(int, reader);
         QFETCH(int, value);
-        singlevalue::run(*bus, cases()[reader], value);
+        run(*bus, cases()[reader], value);
     }
 
     // "LAN with both keys missing shows INTERFACE_STATE_ON, any other interface INTERFACE_STATE_OFF."

@@ -23,18 +23,9 @@ struct Case {
     QList<Given> values;
 };
 
-inline Given number(int value, const QString& kept, const QString& log = QString())
-{
-    return {sim::Value::integer(value), kept, log};
-}
-inline Given number(int value)
-{
-    return number(value, QString::number(value));
-}
-inline Given text(const char* value)
-{
-    return {sim::Value::text(value), QString::fromUtf8(value), QString()};
-}
+// A reader with the name that its lines begin with.
+#define READER(function) #function, function
+
 inline QString truth(bool value)
 {
     return value ? "true" : "false";
@@ -43,6 +34,68 @@ inline QString digits(int value)
 {
     return QString::number(value);
 }
+
+// --- Values ------------------------------------------------------------------------------------------------
+
+inline Given number(int value, const QString& kept, const QString& log = QString())
+{
+    return {sim::Value::integer(value), kept, log};
+}
+// Numbers that are kept as they are.
+inline QList<Given> numbers(const QList<int>& values)
+{
+    QList<Given> result;
+    for (int value : values)
+        result.append(number(value, digits(value)));
+    return result;
+}
+// 1, 0, and numbers that the reader calls illegal and takes for false.
+inline QList<Given> truthOr(const char* reader, const QList<int>& illegal)
+{
+    QList<Given> result = {number(1, "true"), number(0, "false")};
+    for (int value : illegal)
+        result.append(
+            number(value, "false", QString("%1(): ERROR!!! illegal value=%2").arg(reader).arg(value)));
+    return result;
+}
+// Numbers that the reader doesn't support and takes for -1.
+inline QList<Given> unsupported(const char* reader, const QList<int>& values)
+{
+    QList<Given> result;
+    for (int value : values)
+        result.append(number(value, "-1", QString("%1(): value=%2 not supported!").arg(reader).arg(value)));
+    return result;
+}
+
+// --- Readers -----------------------------------------------------------------------------------------------
+
+// A reader of a number that complains of a missing key in the usual words.
+inline Case ofNumber(const char* name, void (*read)(), const char* key, QString (*kept)(),
+                     const QString& keptWhenMissing, const QList<Given>& values)
+{
+    return {name,  read, key, kept, keptWhenMissing, QString("%1(): %2 not in database???").arg(name, key),
+            values};
+}
+// The same with words of its own.
+inline Case ofNumber(const char* name, void (*read)(), const char* key, QString (*kept)(),
+                     const QString& keptWhenMissing, const QString& logWhenMissing,
+                     const QList<Given>& values)
+{
+    return {name, read, key, kept, keptWhenMissing, logWhenMissing, values};
+}
+// A reader of a text, which is empty if it is missing.
+inline Case ofText(const char* name, void (*read)(), const char* key, QString (*kept)(), const char* value)
+{
+    return {name,
+            read,
+            key,
+            kept,
+            "",
+            QString("%1(): ERROR !!! %2 not in database???").arg(name, key),
+            {{sim::Value::text(value), QString::fromUtf8(value), QString()}}};
+}
+
+// --- The test ----------------------------------------------------------------------------------------------
 
 // The columns of a data-driven test over all values of all readers.
 inline void addRows(const QList<Case>& cases)
