@@ -260,9 +260,10 @@ private slots:
     {
         model().subscribeToChanges(false);
         QCOMPARE(panel->log.count(QtDebugMsg, "CBusIfThread::handleSubscribeToPollRmValues(value=false"), 1);
-        QTest::qWait(200); // a poll that was running is through
+        QVERIFY(passLoop(401)); // a poll that was running is through
         panel->terminal->clearLogs();
-        QTest::qWait(1500);
+        QVERIFY(passLoop(402));
+        QVERIFY(fdloop_timer == nullptr); // nothing is left that could ever bring the next poll
         QVERIFY(panel->terminal->messagesNamed("config.read.rmcfg.sys.status.mode").empty());
         model().subscribeToChanges(true);
         panel->terminal->set("ram.status.signal_strength", 400); // wakes the loop
@@ -281,7 +282,8 @@ private slots:
         // Later changes do not arrive, and writes are lost in silence.
         panel->terminal->set("ram.status.signal_strength", 111);
         model().setCBusValue("cfg.language", 4);
-        QTest::qWait(1500);
+        const int polls = failedPolls();
+        QTRY_VERIFY_WITH_TIMEOUT(failedPolls() >= polls + 2, 20000); // the loop goes on turning
         QCOMPARE(model().getSignalLevel(), 400);
         QCOMPARE(panel->terminal->clientCount(), size_t(0));
         QVERIFY(panel->terminal->writesOf("cfg.language").empty());
@@ -302,6 +304,19 @@ private:
         const std::string text =
             std::to_string(reinterpret_cast<unsigned long>(model().getThreadIdCBus())) + end;
         return int(syslogtap::count(7, text));
+    }
+
+    // Waits until the bus thread has dealt with a change of the signal strength, and so with all before it.
+    bool passLoop(int signalStrength)
+    {
+        panel->terminal->set("ram.status.signal_strength", signalStrength);
+        return QTest::qWaitFor([signalStrength] { return model().getSignalLevel() == signalStrength; },
+                               20000);
+    }
+    int failedPolls() const
+    {
+        return panel->log.count(QtDebugMsg,
+                                "updateRmOperating(): ERROR !!! rmcfg.sys.status.mode not in database???");
     }
 
     Panel* panel = nullptr;
