@@ -42,7 +42,6 @@ private slots:
     void readySimWithoutPointingShowsTheStatusScreen();
 
 private:
-    void go(const char* steps) { walk({"", {{steps, ""}}}); }
     bool anyLabelSays(const QString& text) const
     {
         for (const QLabel* label : m_window->findChildren<QLabel*>()) {
@@ -94,7 +93,7 @@ void WindowFlowTest::pointingUnderAPopupOfRankWaits()
     QFETCH(QString, popups);
     QFETCH(QString, during);
     makeWindow();
-    go(qPrintable("MENU+ " + popups));
+    go("MENU+ " + popups);
     Messages messages;
     m_window->handleStateEvent(STATE_EVENT_POINTING);
     QCOMPARE(state(), during);

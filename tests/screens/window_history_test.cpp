@@ -166,7 +166,7 @@ void WindowHistoryTest::stepsAreLogged()
     for (const auto& row : rows) {
         makeWindow();
         Messages messages;
-        walk({"", {{row.steps, ""}}});
+        go(row.steps);
         QVERIFY2(messages.count(row.type, row.line) == 1, row.line);
     }
 }
@@ -177,7 +177,7 @@ void WindowHistoryTest::historyIsWrittenToTheLog()
     Messages messages;
     m_window->debugHistory("title");
     QCOMPARE(messages.texts(), QStringList("title: The history is empty"));
-    walk({"", {{"MENU BATTERY+ ANTENNA+", ""}}});
+    go("MENU BATTERY+ ANTENNA+");
     messages.clear();
     m_window->debugHistory("title");
     QCOMPARE(messages.texts(), QStringList({"title: The history looks like this:",

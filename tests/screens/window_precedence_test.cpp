@@ -150,7 +150,7 @@ void WindowPrecedenceTest::decisionsAreLogged()
         makeWindow();
         model()->setPointingMode(POINTING_STATUS_NOT_POINTED);
         Messages messages;
-        walk({"", {{row.steps, ""}}});
+        go(row.steps);
         // With a warning up the start of the pointing asks for no screen at all.
         const int expected = QString(row.steps) == "W point" ? 0 : 1;
         QVERIFY2(messages.count(row.line) == expected, qPrintable(row.line));

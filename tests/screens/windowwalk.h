@@ -20,24 +20,21 @@ class WindowWalk : protected WindowCase {
 protected:
     static const char* legend()
     {
-        return "Steps: NAME = showScreen(SCREEN_NAME, false), NAME+ = the same with true, OTHER = an id that "
-               "is no screen, back = showPreviousScreen(), -NAME = hideAndRemoveScreenFromHistory; I W E F = "
-               "a popup that informs, warns, tells an error, is fatal; saver = the screen saver comes; ok = "
-               "the user closes the popup on display; gone = the program removes it; point, pointed, "
-               "unpointed = the terminal's pointing mode changes. State: the current screen, the history "
-               "with "
-               "the oldest first, then behind a bar the queue of popups by their letters, S for the saver.";
+        return "Steps: NAME is showScreen(SCREEN_NAME, false), NAME+ the same with true, OTHER an id that is "
+               "no "
+               "screen, back is showPreviousScreen(), -NAME is hideAndRemoveScreenFromHistory(); I W E F: a "
+               "popup comes that informs, warns, tells an error, is fatal; saver: the screen saver comes; "
+               "ok: "
+               "the user closes the popup on display; gone: the program removes it; point, pointed, "
+               "unpointed: the terminal's pointing mode changes. State: the current screen and the history, "
+               "oldest first, then behind a bar the queue of popups by their letters, S for the saver.";
     }
 
     // Empty if the window goes through all steps as written, else what went otherwise.
     QString walk(const Walk& walk)
     {
         for (const WalkStep& step : walk.steps) {
-            for (const QString& word : QString(step.words).split(' ')) {
-                if (!take(word)) {
-                    return "there is no step " + word;
-                }
-            }
+            go(step.words);
             if (state() != step.state) {
                 return QString("after \"%1\": \"%2\" instead of \"%3\". %4")
                     .arg(step.words, state(), step.state, legend());
@@ -47,6 +44,16 @@ protected:
             }
         }
         return QString();
+    }
+
+    // Takes the steps, whatever comes of them.
+    void go(const QString& steps)
+    {
+        for (const QString& word : steps.split(' ')) {
+            if (!take(word)) {
+                qFatal("there is no step %s", qPrintable(word));
+            }
+        }
     }
 
     QString state() const
