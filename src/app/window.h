@@ -158,8 +158,8 @@ private:
     ScreenMenu* pScreenMenu;
     ScreenPointing* pScreenPointing;
     ScreenEnterPin* pScreenEnterPin;
-    QGridLayout* pGridLayout; // owned
-    QTranslator* pTranslator; // owned; null until the first language was loaded
+    QGridLayout* pGridLayout;              // owned
+    QTranslator* pTranslator;              // owned; null until the first language was loaded
     QList<Screen::SCREEN_ID_ENUM> history; // the last one most recent
 };
 
