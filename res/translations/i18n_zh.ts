@@ -415,7 +415,7 @@
     <message>
         <source>EV_BDU_ADU_ILLEGAL_COMBINATION</source>
         <translation>天线与终端不匹配
-请使用支持的天线</translation>
+请使用受支持的天线</translation>
     </message>
     <message>
         <source>RM_EV_BDU_SATELLITE_NOT_VISIBLE</source>
@@ -450,7 +450,7 @@
     <message>
         <source>EV_BDU_BP_CAPABILITY_CHECK_FAILURE</source>
         <translation>天线能力检查失败
-请使用支持的天线</translation>
+请使用受支持的天线</translation>
     </message>
     <message>
         <source>EV_BDU_BP_STARTUP_DONE_FAILURE</source>
@@ -539,7 +539,7 @@
     </message>
     <message>
         <source>EV_AP_GUI_CONN_UNKNOWN</source>
-        <translation>连接失败：未知原因
+        <translation>连接失败：原因未知
 请重试</translation>
     </message>
     <message>
@@ -565,7 +565,7 @@
     <message>
         <source>EV_AP_GUI_NOT_REGISTERED_TO_NETWORK</source>
         <translation>未注册到网络
-请等待状态变为就绪</translation>
+请等待状态变为“就绪”</translation>
     </message>
     <message>
         <source>EV_AP_GUI_WRONG_PIN</source>
@@ -578,7 +578,7 @@
     </message>
     <message>
         <source>EV_AP_GUI_DHCP_CLIENT_WITHOUT_BONDING</source>
-        <translation>启用DHCP客户端但无绑定
+        <translation>已启用DHCP客户端，未启用绑定
 请在Web界面中更改</translation>
     </message>
     <message>
@@ -652,7 +652,7 @@
     </message>
     <message>
         <source>EV_AP_TEMP_LOW</source>
-        <translation>温度偏低
+        <translation>温度过低
 请让终端升温</translation>
     </message>
     <message>
@@ -728,7 +728,7 @@
     <message>
         <source>EV_SW_UPDATE_REJECTED_RELEASE_ALREADY_ACTIVE</source>
         <translation>升级被拒绝
-此版本已在使用</translation>
+此版本已在使用中</translation>
     </message>
     <message>
         <source>EV_SW_UPDATE_ONLINE_GENERAL_ERROR</source>
@@ -777,7 +777,7 @@
     </message>
     <message>
         <source>Operator Determined Barring</source>
-        <translation>运营商禁止</translation>
+        <translation>已被运营商禁止</translation>
     </message>
     <message>
         <source>LLC or SNDCP failure</source>
@@ -805,7 +805,7 @@
     </message>
     <message>
         <source>Activation rejected, unspecified</source>
-        <translation>激活被拒绝，未指明</translation>
+        <translation>激活被拒绝，未指明原因</translation>
     </message>
     <message>
         <source>Service option not supported</source>
@@ -905,7 +905,7 @@
     </message>
     <message>
         <source>Reject, unspecified</source>
-        <translation>拒绝，未指明</translation>
+        <translation>拒绝，未指明原因</translation>
     </message>
     <message>
         <source>Reject, reattach required</source>
@@ -977,7 +977,7 @@
     </message>
     <message>
         <source>Establish Reject, unspecified</source>
-        <translation>建立拒绝，未指明</translation>
+        <translation>建立拒绝，未指明原因</translation>
     </message>
     <message>
         <source>Conn. release, normal</source>
@@ -1001,7 +1001,7 @@
     </message>
     <message>
         <source>Deregister, unknown cause</source>
-        <translation>注销，未知原因</translation>
+        <translation>注销，原因未知</translation>
     </message>
     <message>
         <source>Deregister, register with no complete</source>
@@ -1013,7 +1013,7 @@
     </message>
     <message>
         <source>Deregister, position required</source>
-        <translation>注销，需要位置</translation>
+        <translation>注销，需要位置信息</translation>
     </message>
     <message>
         <source>Deregister, Core Network reset</source>
@@ -1041,7 +1041,7 @@
     </message>
     <message>
         <source>Deregister, Radio Network initiated Deregistration</source>
-        <translation>注销，无线网发起的注销</translation>
+        <translation>注销，无线网发起注销</translation>
     </message>
     <message>
         <source>Deregister, tracked SAT below minimum</source>
@@ -1093,7 +1093,7 @@
     </message>
     <message>
         <source>Attach reject, services not allowed</source>
-        <translation>附着拒绝，不允许业务</translation>
+        <translation>附着拒绝，不允许使用业务</translation>
     </message>
     <message>
         <source>Network failure, Mobile station id unknown</source>
@@ -1121,7 +1121,7 @@
     </message>
     <message>
         <source>Network failure, no service at location</source>
-        <translation>网络故障，此位置无业务</translation>
+        <translation>网络故障，此位置无可用业务</translation>
     </message>
     <message>
         <source>Network failure, service temporarily unreachable</source>
@@ -1145,7 +1145,7 @@
     </message>
     <message>
         <source>Authentication reject, GSM unacceptable</source>
-        <translation>鉴权拒绝，GSM不可接受</translation>
+        <translation>鉴权拒绝，不接受GSM</translation>
     </message>
     <message>
         <source>Network error, detached</source>
@@ -1185,7 +1185,7 @@
     </message>
     <message>
         <source>Attach reject, domain blocked</source>
-        <translation>附着拒绝，域已阻止</translation>
+        <translation>附着拒绝，域已被阻止</translation>
     </message>
     <message>
         <source>Reject, missing PIN</source>
@@ -1197,7 +1197,7 @@
     </message>
     <message>
         <source>Reject, PLMN forbidden</source>
-        <translation>拒绝，PLMN被禁止</translation>
+        <translation>拒绝，PLMN已禁止</translation>
     </message>
     <message>
         <source>Reject, PLMN/GPRS not allowed</source>
