@@ -657,7 +657,7 @@
     </message>
     <message>
         <source>EV_AP_TEMP_POE</source>
-        <translation>Перегрев: PoE выкл.
+        <translation>Перегрев: PoE выключено
 Дайте терминалу остыть</translation>
     </message>
     <message>
@@ -1323,7 +1323,7 @@ See User Manual.</source>
     </message>
     <message>
         <source>Remaining charge time %1:%2 h</source>
-        <translation>До заряда %1:%2 ч</translation>
+        <translation>До полного заряда %1:%2 ч</translation>
     </message>
     <message>
         <source>Estimating time...</source>
