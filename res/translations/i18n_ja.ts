@@ -366,7 +366,7 @@ SIMカードと契約を確認</translation>
     </message>
     <message>
         <source>EV_BDU_ADU_ENTER_MAIN_FAIL</source>
-        <translation>アンテナが起動しない
+        <translation>アンテナ起動不可
 端末を再起動</translation>
     </message>
     <message>
@@ -490,7 +490,7 @@ Web画面で追加</translation>
     <message>
         <source>EV_AP_GUI_CIPHERING_OFF</source>
         <translation>暗号化オフ
-通話とデータは保護なし</translation>
+通話とデータの保護なし</translation>
     </message>
     <message>
         <source>EV_AP_GUI_SEARCHING_FOR_MODEM</source>
@@ -515,7 +515,7 @@ Web画面で追加</translation>
     <message>
         <source>EV_AP_GUI_CONN_LOST</source>
         <translation>接続断
-再度開始</translation>
+接続を再度開始</translation>
     </message>
     <message>
         <source>EV_AP_GUI_NETWORK_FAILURE</source>
@@ -564,7 +564,7 @@ Web画面で選択</translation>
     </message>
     <message>
         <source>EV_AP_GUI_NOT_REGISTERED_TO_NETWORK</source>
-        <translation>ネットワーク未登録
+        <translation>ネットワークに未登録
 「準備完了」になるまで待機</translation>
     </message>
     <message>
@@ -789,7 +789,7 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Missing or unknown APN</source>
-        <translation>APNなしまたは不明</translation>
+        <translation>APNなし、または不明</translation>
     </message>
     <message>
         <source>Unknown PDP address or PDP type</source>
@@ -865,7 +865,7 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>PDP context without TFT already activated</source>
-        <translation>TFTなしPDPコンテキストがすでに有効</translation>
+        <translation>TFTなしPDPコンテキストは有効化済み</translation>
     </message>
     <message>
         <source>Reject, detaching</source>
@@ -877,7 +877,7 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Activation error, invalid</source>
-        <translation>有効化エラー、無効</translation>
+        <translation>有効化エラー、内容が無効</translation>
     </message>
     <message>
         <source>Re-activation timeout</source>
@@ -1101,7 +1101,7 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Network failure, implicitly detached</source>
-        <translation>ネットワーク障害、暗黙的にデタッチ</translation>
+        <translation>ネットワーク障害、暗黙的にデタッチ済み</translation>
     </message>
     <message>
         <source>Network failure, PLMN not allowed</source>
@@ -1125,7 +1125,7 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Network failure, service temporarily unreachable</source>
-        <translation>ネットワーク障害、サービスに一時的に到達不可</translation>
+        <translation>ネットワーク障害、サービスが一時的に到達不可</translation>
     </message>
     <message>
         <source>Network failure, PLMN failure</source>
@@ -1133,7 +1133,7 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Authentication reject, MAC failure</source>
-        <translation>認証拒否、MAC失敗</translation>
+        <translation>認証拒否、MAC検証失敗</translation>
     </message>
     <message>
         <source>Authentication reject, sync failure</source>
@@ -1145,7 +1145,7 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Authentication reject, GSM unacceptable</source>
-        <translation>認証拒否、GSM受理不可</translation>
+        <translation>認証拒否、GSM認証受理不可</translation>
     </message>
     <message>
         <source>Network error, detached</source>
