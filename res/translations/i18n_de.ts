@@ -490,7 +490,7 @@ Bitte warten</translation>
     <message>
         <source>EV_AP_GUI_CIPHERING_OFF</source>
         <translation>Verschlüsselung ist aus
-Anrufe und Daten sind ungeschützt</translation>
+Anrufe und Daten nicht geschützt</translation>
     </message>
     <message>
         <source>EV_AP_GUI_SEARCHING_FOR_MODEM</source>
@@ -637,7 +637,7 @@ Terminal abkühlen lassen</translation>
     </message>
     <message>
         <source>EV_AP_TEMP_LIMIT_BACKGR</source>
-        <translation>Hohe Temp.: langsamere Daten
+        <translation>Hohe Temp.: Daten verlangsamt
 Terminal abkühlen lassen</translation>
     </message>
     <message>
@@ -752,7 +752,7 @@ Erneut versuchen</translation>
     </message>
     <message>
         <source>EV_SW_UPDATE_TRANSFER_TIMEOUT</source>
-        <translation>Update: Zeitlimit bei Übertragung
+        <translation>Update: Zeitlimit der Übertragung
 Erneut versuchen</translation>
     </message>
     <message>
@@ -781,7 +781,7 @@ Akku abkühlen lassen</translation>
     </message>
     <message>
         <source>LLC or SNDCP failure</source>
-        <translation>LLC- oder SNDCP-Störung</translation>
+        <translation>LLC- oder SNDCP-Fehler</translation>
     </message>
     <message>
         <source>Insufficient resources</source>
@@ -881,11 +881,11 @@ Akku abkühlen lassen</translation>
     </message>
     <message>
         <source>Re-activation timeout</source>
-        <translation>Zeitlimit der erneuten Aktivierung</translation>
+        <translation>Zeitlimit der erneuten Aktivierung erreicht</translation>
     </message>
     <message>
         <source>Attach reject, timeout</source>
-        <translation>Ablehnung der Anmeldung, Zeitlimit</translation>
+        <translation>Ablehnung der Anmeldung, Zeitlimit erreicht</translation>
     </message>
     <message>
         <source>Normal deactivation (from Core Network)</source>
@@ -913,7 +913,7 @@ Akku abkühlen lassen</translation>
     </message>
     <message>
         <source>Connection timeout</source>
-        <translation>Zeitlimit der Verbindung</translation>
+        <translation>Zeitlimit der Verbindung erreicht</translation>
     </message>
     <message>
         <source>Reject, authentication failure</source>
@@ -1069,7 +1069,7 @@ Akku abkühlen lassen</translation>
     </message>
     <message>
         <source>Deregister, Protocol Failure</source>
-        <translation>Ausbuchung, Protokollstörung</translation>
+        <translation>Ausbuchung, Protokollfehler</translation>
     </message>
     <message>
         <source>Deregister, Invalid UE capabilities</source>
