@@ -420,7 +420,7 @@ Utiliser antenne prise en charge</translation>
     <message>
         <source>RM_EV_BDU_SATELLITE_NOT_VISIBLE</source>
         <translation>Satellite non visible
-Chercher un lieu à la vue dégagée</translation>
+Chercher un lieu avec vue dégagée</translation>
     </message>
     <message>
         <source>RM_EV_BDU_USIM_MISSING</source>
@@ -465,7 +465,7 @@ Vérifier le câble d&apos;antenne</translation>
     <message>
         <source>EV_HPA_CM_TEMP_RANGE</source>
         <translation>Température HPA hors plage
-Protéger l&apos;antenne (chaud, froid)</translation>
+Abriter l&apos;antenne du chaud, du froid</translation>
     </message>
     <message>
         <source>EV_HPA_CM_TXRX_GAIN_RANGE</source>
@@ -534,7 +534,7 @@ Vérifier le câble LAN</translation>
     </message>
     <message>
         <source>EV_AP_GUI_NOT_ALL_ACTIVATED</source>
-        <translation>Connexions pas toutes démarrées
+        <translation>Certaines connexions non démarrées
 Arrêter, puis démarrer à nouveau</translation>
     </message>
     <message>
@@ -549,7 +549,7 @@ Ne pas éteindre</translation>
     </message>
     <message>
         <source>EV_AP_GUI_CONN_CLOSED_REASON_LINK_MON_RECONNECT</source>
-        <translation>Fermée par la surveillance de liaison
+        <translation>Fermeture par surveillance de liaison
 Reconnexion automatique</translation>
     </message>
     <message>
@@ -579,7 +579,7 @@ Réessayer</translation>
     <message>
         <source>EV_AP_GUI_DHCP_CLIENT_WITHOUT_BONDING</source>
         <translation>Client DHCP sans agrégation
-À modifier dans l&apos;interface web</translation>
+Modifier dans l&apos;interface web</translation>
     </message>
     <message>
         <source>EV_AP_GUI_INTERNAL_ERROR_REQ_REBOOT</source>
