@@ -32,7 +32,7 @@
     </message>
     <message>
         <source>Temp: </source>
-        <translation>Temp. </translation>
+        <translation>Temp.: </translation>
     </message>
 </context>
 <context>
@@ -449,7 +449,7 @@ Compruebe cable, reinicie terminal</translation>
     </message>
     <message>
         <source>EV_BDU_BP_CAPABILITY_CHECK_FAILURE</source>
-        <translation>Comprobación de antena fallida
+        <translation>Capacidades de antena: error
 Use una antena compatible</translation>
     </message>
     <message>
@@ -535,7 +535,7 @@ Compruebe el cable LAN</translation>
     <message>
         <source>EV_AP_GUI_NOT_ALL_ACTIVATED</source>
         <translation>No se iniciaron todas las conexiones
-Detenga y vuelva a iniciar</translation>
+Deténgalas y vuelva a iniciarlas</translation>
     </message>
     <message>
         <source>EV_AP_GUI_CONN_UNKNOWN</source>
@@ -565,7 +565,7 @@ Selecciónela en la interfaz web</translation>
     <message>
         <source>EV_AP_GUI_NOT_REGISTERED_TO_NETWORK</source>
         <translation>No registrado en la red
-Espere hasta el estado Listo</translation>
+Espere hasta que el estado sea Listo</translation>
     </message>
     <message>
         <source>EV_AP_GUI_WRONG_PIN</source>
@@ -608,7 +608,7 @@ Espere</translation>
     <message>
         <source>EV_NETMGR_SIMCARD_ERR</source>
         <translation>Módem: error de tarjeta SIM
-Compruebe tarjeta SIM del módem</translation>
+Compruebe la SIM del módem</translation>
     </message>
     <message>
         <source>EV_NETMGR_MODEM_ERR</source>
@@ -683,7 +683,7 @@ Cargue de nuevo el archivo</translation>
     <message>
         <source>EV_SW_UPDATE_REJECTED_BATTERY_LOW</source>
         <translation>Actualiz. rechazada: batería baja
-Conecte alimentación y reintente</translation>
+Conecte la alimentación y reintente</translation>
     </message>
     <message>
         <source>EV_SW_UPDATE_REJECTED_DOWNGRADE_PREVENTED</source>
@@ -1247,7 +1247,7 @@ Consulte el manual de usuario</translation>
     </message>
     <message>
         <source>Enable LAN to be able to read MAC for LAN</source>
-        <translation>Active LAN para poder leer la MAC de LAN</translation>
+        <translation>Active la LAN para poder leer la MAC de LAN</translation>
     </message>
     <message>
         <source>Unknown MAC for WLAN</source>
@@ -1255,7 +1255,7 @@ Consulte el manual de usuario</translation>
     </message>
     <message>
         <source>Enable WLAN to be able to read MAC for WLAN</source>
-        <translation>Active Wi-Fi para poder leer la MAC de Wi-Fi</translation>
+        <translation>Active el Wi-Fi para poder leer la MAC de Wi-Fi</translation>
     </message>
     <message>
         <source>WLAN name: </source>
