@@ -82,7 +82,9 @@ const struct {
      {"rmcfg.protocols.umts.ciphering_capabilities", "3"}},
     {{"cfg.display.timeout", "2"}, {"cfg.display.timeout", "300"}},
 };
+const char* const FIRST_INCIDENT = "pin 1111"; // asked for a PIN seldom else: under a popup it isn't seen
 const int INCIDENTS = int(sizeof(incidents) / sizeof(incidents[0]));
+const int LONGEST_WAIT_MS = 15000;
 const int INCIDENT_MS = 1300; // long enough for the poll of the SIM, once a second, to see it
 
 } // namespace
@@ -109,7 +111,7 @@ private slots:
         };
         for (int step = 0; goesOn(); ++step) {
             QString what;
-            if (m_sinceIncident.elapsed() >= INCIDENT_MS) {
+            if (m_sinceIncident.elapsed() >= INCIDENT_MS && (m_incidentGoesOn || mayBegin())) {
                 what = goOnWithIncidents();
             } else if (below(10) < 7) {
                 what = pressAKey();
@@ -186,6 +188,16 @@ private:
         return apply({setting.key, text.constData()});
     }
 
+    // Popups stay for seconds, so that incidents that followed each other at once would all be hidden by
+    // them.
+    bool mayBegin()
+    {
+        if (m_waitsForCalm && !queue().isEmpty() && m_sinceIncident.elapsed() < LONGEST_WAIT_MS)
+            return false;
+        m_waitsForCalm = below(3) == 0;
+        return true;
+    }
+
     // An incident begins, or the one that has begun ends. All of them come in turn, in an order of chance.
     QString goOnWithIncidents()
     {
@@ -197,6 +209,10 @@ private:
             for (int index = 0; index < INCIDENTS; ++index)
                 m_order.append(index);
             std::shuffle(m_order.begin(), m_order.end(), m_random);
+            for (int index = 0; index < INCIDENTS; ++index) {
+                if (m_visited.size() < 8 && !qstrcmp(incidents[index].begin.text, FIRST_INCIDENT))
+                    m_order.append(index);
+            }
         }
         return apply(incidents[m_order.last()].begin);
     }
@@ -282,6 +298,7 @@ private:
     QMap<int, int> m_visited;
     QList<int> m_order; // of the incidents to come; the last one comes next
     bool m_incidentGoesOn = false;
+    bool m_waitsForCalm = true;
     QElapsedTimer m_sinceIncident;
 };
 

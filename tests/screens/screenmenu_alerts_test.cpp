@@ -13,9 +13,9 @@ namespace {
 const Alert OLD = {EV_ALARM_TEMPERATURE_TOO_LOW, 0x2a, 1600000000};
 const Alert MIDDLE = {EV_ALARM_TEMPERATURE_TOO_HIGH, 0, 1650000000};
 const Alert NEW = {EV_ALARM_ANTENNA_FAILURE, 7, 1700000000};
-const char* const OLD_TEXT = "EV_ALARM_TEMPERATURE_TOO_LOW";
-const char* const MIDDLE_TEXT = "EV_ALARM_TEMPERATURE_TOO_HIGH";
-const char* const NEW_TEXT = "EV_ALARM_ANTENNA_FAILURE";
+const char* const OLD_TEXT = "Temperature too low\nLet terminal warm up";
+const char* const MIDDLE_TEXT = "Temperature too high\nLet terminal cool down";
+const char* const NEW_TEXT = "Antenna failure\nContact help desk";
 
 const char* const COLLAPSING =
     "ScreenMenu::updateAlertList(): No current items in the alert list. Now collapsing Alerts.";
@@ -354,7 +354,7 @@ void ScreenMenuAlertsTest::warningSignWithOneAlert()
     pressWarningSign(f);
     QVERIFY(f.isOpen());
     QCOMPARE(f.current(), f.alert(0));
-    QCOMPARE(f.rowsInView(), QStringList({"Properties", "Help desk", "Alerts", NEW_TEXT}));
+    QCOMPARE(f.rowsInView(), QStringList({"Help desk", "Alerts", NEW_TEXT}));
 }
 
 void ScreenMenuAlertsTest::warningSignWithManyAlerts_data()

@@ -85,13 +85,13 @@ void ScreenMenuPropertiesTest::popupShowsTheValue()
 {
     QFETCH(int, row);
     const int item = PROPERTIES[row].item;
-    const QString text = PROPERTIES[row].text ? QString(PROPERTIES[row].text)
-                                              : QCoreApplication::translate("ScreenMenu", "CONFORMITY_TEXT");
     QVERIFY(passBus());
     PROPERTIES[row].feed();
     QVERIFY(passBus());
     MenuFixture f;
     f.open();
+    const QString text = PROPERTIES[row].text ? QString(PROPERTIES[row].text)
+                                              : QCoreApplication::translate("ScreenMenu", "CONFORMITY_TEXT");
     QVERIFY(f.press(item));
     QCOMPARE(f.popup->events().size(), 1);
     const popup_event_t popup = f.popup->events().first();
