@@ -422,13 +422,14 @@ void ScreenBatteryTest::nothingIsCutOrOverlaps()
 void ScreenBatteryTest::secondLineThatIsTooLongStaysInside()
 {
     BatteryFixture f;
-    model()->setLanguage(LANG_CHINESE); // a wide face, and no translation for it here
+    static_cast<GuiApp*>(qApp)->useFont(LANG_CHINESE); // a wide face for the English words
     for (const battery_t& internal : {battery_t(), discharging()}) {
         model()->setBattData(internal, charging());
         QVERIFY(f.label("pBattExt2ndLabel")->sizeHint().width() > 220);
         QCOMPARE(f.flaws({"pBackgroundFrame"}), QString("pBattExt2ndLabel cut"));
         QCOMPARE(f.label("pBattExt2ndLabel")->geometry().right(), 255);
     }
+    static_cast<GuiApp*>(qApp)->useFont(LANG_ENGLISH);
 }
 
 void ScreenBatteryTest::withoutMemoryTheProcessEnds()

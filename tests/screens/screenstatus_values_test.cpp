@@ -253,7 +253,7 @@ void ScreenStatusValuesTest::warningsBlinkAndKeepTheRowInPlace()
     QVERIFY(timer->isActive());
     QVERIFY(!f.icon("pWarningLabel")->isHidden());
     QCOMPARE(messages.countOfPrefix("Window::removePopupIfExist(EV_AP_GUI_NO_EVENTS)"), 1);
-    QTRY_COMPARE(f.icon("pWarningLabel")->geometry(), QRect(184, 0, 30, 24));
+    QTRY_COMPARE(f.icon("pWarningLabel")->geometry(), QRect(185, 0, 30, 24));
     QCOMPARE(f.icon("pWifiLabel")->geometry(), before);
     const QImage sign(GuiApp::getResourcePath() + "/warning_enabled.png");
     const QImage noSign(GuiApp::getResourcePath() + "/warning_no_sign_enabled.png");
