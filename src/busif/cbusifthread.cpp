@@ -13,16 +13,64 @@
 #include "runtime/vx_log.h"
 #include "runtime/vx_posix_reset.h"
 
+#include <errno.h>
+#include <fcntl.h>
+#include <string.h>
+#include <syslog.h>
+#include <unistd.h>
+
 namespace {
+
 const uint32_t POLL_INTERVAL_MS = 1000;
 const char* const CLIENT_NAME = "lumenpanel";
+
+// Other threads' wishes to switch the poll, one byte each, in their order. The loop's timers are a list
+// without a lock: changed from outside while the loop goes through it, it would end in a ring or in freed
+// memory, and the panel would stand still for ever. One pipe for the process, as there is one loop.
+int wishes[2] = {-1, -1};
+const char WISH_OFF = '0';
+const char WISH_ON = '1';
+
+void openWishes()
+{
+    if (wishes[0] == -1 && pipe2(wishes, O_CLOEXEC | O_NONBLOCK) != 0)
+        vx_panic("Error: no pipe for the poll's switch: %s", strerror(errno));
+}
+
+void wish(bool on)
+{
+    if (write(wishes[1], on ? &WISH_ON : &WISH_OFF, 1) != 1)
+        vx_slog(LOG_ERR, "Switching the poll %s is lost: %s", on ? "on" : "off", strerror(errno));
+}
+
+void switchPoll(bool on)
+{
+    if (!on) {
+        fdloop_timer_del(fdl, fdloop_timer);
+        fdloop_timer = nullptr;
+    } else if (!fdloop_timer) {
+        fdloop_timer = fdloop_timer_add(fdl, POLL_INTERVAL_MS, updateRmValues, nullptr);
+    }
+}
+
+int takeWishes(int fd, void*)
+{
+    char byte;
+    while (read(fd, &byte, 1) == 1)
+        switchPoll(byte == WISH_ON);
+    return 0;
+}
+
 } // namespace
 
 fdloop_t* fdl = nullptr;
 struct fdloop_timer* fdloop_timer = nullptr;
 cbus_conn_t* conn = nullptr;
 
-CBusIfThread::CBusIfThread() {}
+CBusIfThread::CBusIfThread()
+{
+    openWishes();
+}
 
 CBusIfThread::~CBusIfThread()
 {
@@ -30,7 +78,10 @@ CBusIfThread::~CBusIfThread()
     if (fdloop_timer) {
         vx_slogd("CBusIfThread::~CBusIfThread(): Deleting fdloop_timer");
         // The variable keeps its value: the thread may be in the middle of a poll and compares it.
-        fdloop_timer_del(fdl, fdloop_timer);
+        if (isRunning())
+            wish(false);
+        else
+            fdloop_timer_del(fdl, fdloop_timer);
     }
 }
 
@@ -45,6 +96,7 @@ void CBusIfThread::run()
     fdloop_timer = nullptr;
     vx_set_default_sig_handlers();
     fdl = fdloop_init();
+    fdloop_fd_register(fdl, wishes[0], takeWishes, nullptr);
     vx_slogd("%lu: CBusIfThread::run(): About to register to keep-alive in application manager",
              qtcompat::threadIdNumber());
     appmgr_alive_fdloop_register(fdl);
@@ -74,12 +126,10 @@ void CBusIfThread::run()
 void CBusIfThread::handleSubscribeToPollRmValues(bool value) const
 {
     logDebug() << "CBusIfThread::handleSubscribeToPollRmValues(value=" << value; // no bracket closes it
-    if (!value) {
-        fdloop_timer_del(fdl, fdloop_timer);
-        fdloop_timer = nullptr;
-    } else if (!fdloop_timer) {
-        fdloop_timer = fdloop_timer_add(fdl, POLL_INTERVAL_MS, updateRmValues, nullptr);
-    }
+    if (isRunning() && QThread::currentThread() != this)
+        wish(value);
+    else
+        switchPoll(value);
 }
 
 int updateRmValues(void*)

@@ -13,8 +13,8 @@
 
 // The thread's loop, its poll timer (null while polling is off) and its connection; null until run() has
 // made them. They live to the end of the process, which may come by exit() on either thread, so nothing
-// ever destroys them. Plain pointers without a lock: the GUI thread reads `conn` to send, and switches the
-// timer (see CBusIfThread::handleSubscribeToPollRmValues).
+// ever destroys them. Plain pointers without a lock: the GUI thread reads `conn` to send; loop and timer are
+// the bus thread's alone.
 extern fdloop_t* fdl;
 extern struct fdloop_timer*
     fdloop_timer; // hides the type of that name, which is `struct fdloop_timer` from here
@@ -36,8 +36,8 @@ public:
 
 public slots:
     // Switches the poll of the radio module (each 1,000 ms) on or off; what is so already stays. Runs on the
-    // thread that emits: run() calls it on the bus thread, later the GUI thread changes the loop's timers
-    // while the loop may be waiting. Such a timer is noticed when the loop next wakes.
+    // thread that emits: run() calls it on the bus thread, later it is the GUI thread. While the bus thread
+    // runs, a call from another thread wakes the loop, which does it then; before, it is done at once.
     void handleSubscribeToPollRmValues(bool value) const;
 };
 

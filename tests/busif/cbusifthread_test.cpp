@@ -266,7 +266,24 @@ private slots:
         QVERIFY(fdloop_timer == nullptr); // nothing is left that could ever bring the next poll
         QVERIFY(panel->terminal->messagesNamed("config.read.rmcfg.sys.status.mode").empty());
         model().subscribeToChanges(true);
-        panel->terminal->set("ram.status.signal_strength", 400); // wakes the loop
+        QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", 5000, 2));
+    }
+
+    // However often the screen saver comes and goes, and whatever the loop's timers are doing meanwhile.
+    void pollingIsSwitchedAtAnyMoment()
+    {
+        for (int i = 0; i < 20000; ++i) {
+            panel->thread->handleSubscribeToPollRmValues(i % 2);
+            if (i % 8 == 7) // the loop turns all the time
+                panel->terminal->set("ram.status.signal_strength", 1000 + i);
+            if (i % 512 == 511) { // what waits for the loop is bounded
+                panel->log.clear();
+                QVERIFY(passLoop(400));
+            }
+        }
+        panel->thread->handleSubscribeToPollRmValues(true);
+        QVERIFY(passLoop(400));
+        panel->terminal->clearLogs();
         QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", 5000, 2));
     }
 
