@@ -15,11 +15,14 @@ class Messages {
 public:
     Messages() : m_older(current())
     {
+        QMutexLocker lock(&mutex());
         current() = this;
         m_before = qInstallMessageHandler(keep);
     }
+    // Another thread may be on its way into keep(), with a handler that is not installed any more.
     ~Messages()
     {
+        QMutexLocker lock(&mutex());
         qInstallMessageHandler(m_before);
         current() = m_older;
     }
@@ -28,12 +31,12 @@ public:
 
     void clear()
     {
-        QMutexLocker lock(&m_mutex);
+        QMutexLocker lock(&mutex());
         m_all.clear();
     }
     QList<QPair<QtMsgType, QString>> all() const
     {
-        QMutexLocker lock(&m_mutex);
+        QMutexLocker lock(&mutex());
         return m_all;
     }
     QStringList texts() const
@@ -66,19 +69,23 @@ private:
         static Messages* object = nullptr;
         return object;
     }
+    // One for all objects, as it outlives each of them.
+    static QMutex& mutex()
+    {
+        static QMutex one;
+        return one;
+    }
     static void keep(QtMsgType type, const QMessageLogContext&, const QString& text)
     {
+        QMutexLocker lock(&mutex());
         Messages* const object = current();
-        if (object) {
-            QMutexLocker lock(&object->m_mutex);
+        if (object)
             object->m_all.append(qMakePair(type, text));
-        }
     }
 
     Messages* const m_older;
     QtMessageHandler m_before = nullptr;
     QList<QPair<QtMsgType, QString>> m_all;
-    mutable QMutex m_mutex;
 };
 
 #endif
