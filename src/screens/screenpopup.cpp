@@ -150,6 +150,9 @@ void ScreenPopup::showText(const popup_event_t& popup)
     const int textHeight = pTextLabel->sizeHint().height();
     textScrolls = textHeight > TEXT_FRAME_HEIGHT;
     pTextLabel->setFixedHeight(textHeight);
+    // The captions lie over the frame's last pixels: what swings passes behind them.
+    pOkLabel->setAutoFillBackground(textScrolls);
+    pCancelLabel->setAutoFillBackground(textScrolls);
     if (textScrolls) {
         startSwinging(textHeight);
     } else {

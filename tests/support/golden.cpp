@@ -94,8 +94,7 @@ QString sectionOf(const Places& places, const QString& group, const std::vector<
     QString text;
     for (const Picture& picture : pictures) {
         const QString name = fullName(group, picture);
-        text += QString("\n![%1](%2)<br>\n%3\n")
-                    .arg(name, fileOf(directory, name), QString::fromUtf8(picture.description));
+        text += QString("\n![%1](%2)<br>\n%3\n").arg(name, fileOf(directory, name), picture.description);
     }
     return text + "\n";
 }
@@ -229,7 +228,7 @@ void GroupTest::picture_data()
 {
     QTest::addColumn<int>("row");
     for (size_t row = 0; row < m_pictures.size(); ++row) {
-        QTest::newRow(m_pictures[row].name) << int(row);
+        QTest::newRow(qPrintable(m_pictures[row].name)) << int(row);
     }
 }
 

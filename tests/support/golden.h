@@ -18,8 +18,8 @@
 namespace golden {
 
 struct Picture {
-    const char* name;        // lower case letters, digits and hyphens
-    const char* description; // one line of Markdown
+    QString name;        // lower case letters, digits and hyphens
+    QString description; // one line of Markdown
     std::function<QImage()> take;
 };
 
