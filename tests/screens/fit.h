@@ -247,6 +247,16 @@ inline QModelIndex indexOf(const QTreeWidget* tree, QTreeWidgetItem* item, int c
     return tree->model()->index(parent->indexOfChild(item), column, indexOf(tree, parent, 0));
 }
 
+// Pixels that a row has for its text, without indentation, check mark and margins.
+inline int roomForText(const QTreeWidget* tree, QTreeWidgetItem* item, int column)
+{
+    const QModelIndex index = indexOf(tree, item, column);
+    const QVariant font = index.data(Qt::FontRole);
+    const QFontMetrics metrics(font.isValid() ? font.value<QFont>() : tree->font());
+    const int text = qtcompat::textWidth(metrics, index.data().toString());
+    return tree->visualRect(index).width() - (tree->sizeHintForIndex(index).width() - text);
+}
+
 // A row that has been scrolled to: each of its texts, with a check mark and the indentation, in its column,
 // and all of it on display.
 inline QStringList faultsOfRow(const QTreeWidget* tree, QTreeWidgetItem* item)

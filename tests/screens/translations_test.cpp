@@ -1,7 +1,7 @@
 // Whether the words of each language fit the places where they stand, text by text, and whether each event
 // has words. The files are read as they are translated; that they hold all texts, finished, is the business
-// of tools/check-translations. What several texts make together is seen where the screens themselves are
-// tested.
+// of tools/check-translations. What several texts make together, and on the screens themselves, is seen by
+// fit_test.cpp. The same table of places, for whoever translates, is in docs/translating.md.
 #include "common/paths.h"
 #include "model/event_ids.h"
 #include "model/event_texts.h"
@@ -40,7 +40,7 @@ const struct Place {
      "Point now\\?|Searching|Registering|Ready|External control|Bonding slave mode)",
      184, 2, BY_HAND, 0},
     {"StatusUpdater\\|(2x)?HDR .*|StatusUpdater\\|(BGAN X-Stream|Unknown connection)", 126, 1, BY_HAND, 112},
-    {"StatusUpdater\\|Standard data: ", 120, 1, BY_HAND, 0},
+    {"StatusUpdater\\|Standard data: ", 118, 1, BY_HAND, 120},
     {"Shared_translations\\| (kB|kbps)|StatusUpdater\\| MB", 56, 1, BY_HAND, 0},
     {"ScreenStatus\\|[GRN]", 12, 1, BY_HAND, 0},
     // Events: the popups of the display itself, and alerts, which are rows of the menu as well.
@@ -55,23 +55,25 @@ const struct Place {
     {"ScreenMenu\\|CONFORMITY_TEXT", POPUP_WIDTH, 10, BY_ITSELF, 0},
     {"ScreenMenu\\|(Point now|Settings|Properties|Help desk|Alerts)", 250, 1, BY_HAND, 0},
     {"ScreenMenu\\|.*", 230, 1, BY_HAND, 0},
-    {"Shared_translations\\|(Exit|Start|Stop)", 124, 1, BY_HAND, 0},
+    {"Shared_translations\\|Exit", 144, 1, BY_HAND, 0},
+    {"Shared_translations\\|(Start|Stop)", 124, 1, BY_HAND, 0},
     {"Shared_translations\\|Connecting\\.\\.\\.", 100, 1, BY_HAND, 0},
     {"Shared_translations\\|(OK|Cancel)", 80, 1, BY_HAND, 0},
-    // The pages of battery, antenna and PIN.
-    {"StatusUpdater\\|(Idle|Charging|Discharging)", 90, 1, BY_HAND, 0},
-    {"ScreenBattery\\|Temp: ", 64, 1, BY_HAND, 0},
-    {"StatusUpdater\\|(Precharging|Battery error!|Estimating time\\.\\.\\.|Remaining .*)", 200, 1, BY_HAND,
-     0},
-    {"ScreenBattery\\|(Int|Ext)", 34, 1, BY_HAND, 0},
-    {"ScreenBattery\\|No battery connected", 240, 1, BY_HAND, 0},
-    {"ScreenAntenna\\|(BGAN signal: |Position: )", 108, 1, BY_HAND, 0},
-    {"ScreenAntenna\\|Acquiring position: ", 150, 1, BY_HAND, 0},
-    {"StatusUpdater\\|Position acquired", 240, 1, BY_HAND, 0},
+    // The pages of battery, antenna and PIN. State, percentage, temperature and its label share a line with
+    // the icon. The position stands in a larger face, which the wide scripts don't have.
+    {"StatusUpdater\\|(Idle|Charging|Discharging)", 80, 1, BY_HAND, 0},
+    {"StatusUpdater\\|Precharging", 120, 1, BY_HAND, 0},
+    {"ScreenBattery\\|Temp: ", 56, 1, BY_HAND, 0},
+    {"StatusUpdater\\|(Battery error!|Estimating time\\.\\.\\.|Remaining .*)", 216, 1, BY_HAND, 0},
+    {"ScreenBattery\\|(Int|Ext)", 40, 1, BY_HAND, 0},
+    {"ScreenBattery\\|No battery connected", 256, 1, BY_HAND, 0},
+    {"ScreenAntenna\\|(BGAN signal: |Position: )", 104, 1, BY_HAND, 0},
+    {"ScreenAntenna\\|Acquiring position: ", 156, 1, BY_HAND, 0},
+    {"StatusUpdater\\|Position acquired", 186, 1, BY_HAND, 240},
     {"StatusUpdater\\|[NSEWC]", 16, 1, BY_HAND, 0},
-    {"ScreenEnterPin\\|.*", 180, 1, BY_HAND, 0},
+    {"ScreenEnterPin\\|.*", 190, 1, BY_HAND, 0},
     // Popups of the properties, and failure causes.
-    {"Shared_translations\\|MAC: ", 120, 1, BY_HAND, 0},
+    {"Shared_translations\\|MAC: ", 110, 1, BY_HAND, 0},
     {"StatusUpdater\\|.*", POPUP_WIDTH, 3, BY_ITSELF, 0},
 };
 
