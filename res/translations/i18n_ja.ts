@@ -793,7 +793,8 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Unknown PDP address or PDP type</source>
-        <translation>不明なPDPアドレスまたはPDPタイプ</translation>
+        <translation>不明なPDPアドレスまたは
+PDPタイプ</translation>
     </message>
     <message>
         <source>User authentication failed</source>
@@ -813,11 +814,13 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Requested service option not subscribed</source>
-        <translation>要求したサービスオプションが未契約</translation>
+        <translation>要求したサービスオプションが
+未契約</translation>
     </message>
     <message>
         <source>Service option temporarily out of order</source>
-        <translation>サービスオプションが一時的に利用不可</translation>
+        <translation>サービスオプションが
+一時的に利用不可</translation>
     </message>
     <message>
         <source>NSAPI already used</source>
@@ -865,7 +868,8 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>PDP context without TFT already activated</source>
-        <translation>TFTなしPDPコンテキストは有効化済み</translation>
+        <translation>TFTなしPDPコンテキストは
+有効化済み</translation>
     </message>
     <message>
         <source>Reject, detaching</source>
@@ -893,11 +897,13 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Normal deactivation (power down or reboot)</source>
-        <translation>正常な無効化(電源オフまたは再起動)</translation>
+        <translation>正常な無効化
+(電源オフまたは再起動)</translation>
     </message>
     <message>
         <source>Normal deactivation (PDP context removed)</source>
-        <translation>正常な無効化(PDPコンテキスト削除)</translation>
+        <translation>正常な無効化
+(PDPコンテキスト削除)</translation>
     </message>
     <message>
         <source>Normal deactivation (AT command)</source>
@@ -985,7 +991,8 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Conn. release, Radio Network security failure</source>
-        <translation>接続解放、無線網セキュリティ障害</translation>
+        <translation>接続解放、
+無線網セキュリティ障害</translation>
     </message>
     <message>
         <source>Conn. release, physical channel failure</source>
@@ -997,7 +1004,8 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Conn. release, security command failure</source>
-        <translation>接続解放、セキュリティコマンド失敗</translation>
+        <translation>接続解放、
+セキュリティコマンド失敗</translation>
     </message>
     <message>
         <source>Deregister, unknown cause</source>
@@ -1037,7 +1045,8 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Deregister, user specified position not permitted</source>
-        <translation>登録解除、ユーザー指定位置は不許可</translation>
+        <translation>登録解除、
+ユーザー指定位置は不許可</translation>
     </message>
     <message>
         <source>Deregister, Radio Network initiated Deregistration</source>
@@ -1049,11 +1058,13 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Deregister, Lease Group not available</source>
-        <translation>登録解除、リースグループ利用不可</translation>
+        <translation>登録解除、
+リースグループ利用不可</translation>
     </message>
     <message>
         <source>Deregister, Lease Mode handover failed</source>
-        <translation>登録解除、リースモードのハンドオーバー失敗</translation>
+        <translation>登録解除、リースモードの
+ハンドオーバー失敗</translation>
     </message>
     <message>
         <source>Deregister, Radio Failure</source>
@@ -1077,7 +1088,8 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Network failure IMSI unknown (HLR)</source>
-        <translation>ネットワーク障害、IMSI不明(HLR)</translation>
+        <translation>ネットワーク障害、
+IMSI不明(HLR)</translation>
     </message>
     <message>
         <source>Network failure, Mobile Station illegal</source>
@@ -1101,7 +1113,8 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Network failure, implicitly detached</source>
-        <translation>ネットワーク障害、暗黙的にデタッチ済み</translation>
+        <translation>ネットワーク障害、
+暗黙的にデタッチ済み</translation>
     </message>
     <message>
         <source>Network failure, PLMN not allowed</source>
@@ -1109,23 +1122,28 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Network failure, Location area not allowed</source>
-        <translation>ネットワーク障害、位置登録エリア不許可</translation>
+        <translation>ネットワーク障害、
+位置登録エリア不許可</translation>
     </message>
     <message>
         <source>Network failure, roaming not allowed at location</source>
-        <translation>ネットワーク障害、この位置でローミング不許可</translation>
+        <translation>ネットワーク障害、
+この位置でローミング不許可</translation>
     </message>
     <message>
         <source>Network failure, no GPRS service allowed</source>
-        <translation>ネットワーク障害、GPRSサービス不許可</translation>
+        <translation>ネットワーク障害、
+GPRSサービス不許可</translation>
     </message>
     <message>
         <source>Network failure, no service at location</source>
-        <translation>ネットワーク障害、この位置でサービスなし</translation>
+        <translation>ネットワーク障害、
+この位置でサービスなし</translation>
     </message>
     <message>
         <source>Network failure, service temporarily unreachable</source>
-        <translation>ネットワーク障害、サービスが一時的に到達不可</translation>
+        <translation>ネットワーク障害、
+サービスが一時的に到達不可</translation>
     </message>
     <message>
         <source>Network failure, PLMN failure</source>
@@ -1149,31 +1167,38 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Network error, detached</source>
-        <translation>ネットワークエラー、デタッチ済み</translation>
+        <translation>ネットワークエラー、
+デタッチ済み</translation>
     </message>
     <message>
         <source>Network error, invalid mandatory info</source>
-        <translation>ネットワークエラー、無効な必須情報</translation>
+        <translation>ネットワークエラー、
+無効な必須情報</translation>
     </message>
     <message>
         <source>Network error, message invalid</source>
-        <translation>ネットワークエラー、無効なメッセージ</translation>
+        <translation>ネットワークエラー、
+無効なメッセージ</translation>
     </message>
     <message>
         <source>Network error, protocol state error</source>
-        <translation>ネットワークエラー、プロトコル状態エラー</translation>
+        <translation>ネットワークエラー、
+プロトコル状態エラー</translation>
     </message>
     <message>
         <source>Network error, invalid conditional info</source>
-        <translation>ネットワークエラー、無効な条件付き情報</translation>
+        <translation>ネットワークエラー、
+無効な条件付き情報</translation>
     </message>
     <message>
         <source>Network error, not compatible with protocol state</source>
-        <translation>ネットワークエラー、プロトコル状態と非互換</translation>
+        <translation>ネットワークエラー、
+プロトコル状態と非互換</translation>
     </message>
     <message>
         <source>Network error, unspecified protocol error</source>
-        <translation>ネットワークエラー、原因未指定のプロトコルエラー</translation>
+        <translation>ネットワークエラー、
+原因未指定のプロトコルエラー</translation>
     </message>
     <message>
         <source>Attach reject, detaching</source>
@@ -1185,7 +1210,8 @@ Web画面で更新</translation>
     </message>
     <message>
         <source>Attach reject, domain blocked</source>
-        <translation>アタッチ拒否、ドメインブロック中</translation>
+        <translation>アタッチ拒否、
+ドメインブロック中</translation>
     </message>
     <message>
         <source>Reject, missing PIN</source>
@@ -1247,7 +1273,8 @@ See User Manual.</source>
     </message>
     <message>
         <source>Enable LAN to be able to read MAC for LAN</source>
-        <translation>LANのMACを読み取るにはLANをオンにすること</translation>
+        <translation>LANのMACを読み取るには
+LANをオンにすること</translation>
     </message>
     <message>
         <source>Unknown MAC for WLAN</source>
@@ -1255,7 +1282,8 @@ See User Manual.</source>
     </message>
     <message>
         <source>Enable WLAN to be able to read MAC for WLAN</source>
-        <translation>無線LANのMACを読み取るには無線LANをオンにすること</translation>
+        <translation>無線LANのMACを読み取るには
+無線LANをオンにすること</translation>
     </message>
     <message>
         <source>WLAN name: </source>

@@ -77,10 +77,7 @@ private:
     void closePopups();
     Screen* screen(Screen::SCREEN_ID_ENUM id) { return m_window->getScreenById(id); }
     ScreenPopup* popups() { return static_cast<ScreenPopup*>(screen(Screen::SCREEN_POPUP)); }
-    TTreeWidget* treeOf(Screen::SCREEN_ID_ENUM id)
-    {
-        return screen(id)->findChild<TTreeWidget*>("pTreeWidget");
-    }
+    TTreeWidget* treeOf(Screen::SCREEN_ID_ENUM id) { return screen(id)->findChild<TTreeWidget*>(); }
     void look(const QString& state);
     void lookAtLabel(const QString& state, const QString& label);
     void lookAtRows(Screen::SCREEN_ID_ENUM id, const QString& state);
@@ -100,6 +97,7 @@ void FitTest::initTestCase()
     model()->setExtendedSystemStatus(SYSTEM_STATUS_NORMAL);
     m_window.reset(new Window);
     m_window->setVisible(true);
+    model()->setBrightnessAllowed(false); // no file of the display's driver is written
     // Off, and over, before the first state is set: a poll would put the radio module's own over it.
     emit model()->signalSubscribeToPollRmValues(false);
     terminal().set("ram.status.signal_strength", 1);
@@ -118,6 +116,7 @@ void FitTest::cleanup()
     model()->setExternalSupplyPresent(false);
     model()->setPosition(gps_data_t());
     model()->setSimPinRetriesLeft(3);
+    model()->setScreenSaverTime(300);
     quietRadio();
     settle();
     closePopups();
@@ -239,7 +238,6 @@ void FitTest::runningConnectionsFit()
 {
     speak();
     open(Screen::SCREEN_STATUS);
-    const QString dataLabel = words("StatusUpdater", "Standard data: ");
     for (const Connection& connection : CONNECTIONS) {
         setSession(0, BUNDLE_STATUS_RUNNING, connection);
         const QString label = connection.label ? words("StatusUpdater", connection.label)
@@ -252,7 +250,7 @@ void FitTest::runningConnectionsFit()
     for (int amount : AMOUNTS) {
         setSession(0, BUNDLE_STATUS_RUNNING, CONNECTIONS[0], amount);
         look(QString("%1 kB").arg(amount));
-        lookAtLabel("amount", dataLabel);
+        lookAtLabel("amount", words("StatusUpdater", "Standard data: "));
     }
     // From the third on the lines swing.
     for (int group = 1; group < 4; ++group) {
@@ -352,9 +350,8 @@ void FitTest::alertsFit()
 {
     speak();
     open(Screen::SCREEN_MENU);
-    const QList<fmmi_evt_t> alerts = allAlerts();
-    QVERIFY(alerts.size() > 70);
-    model()->setSystemEvents(alerts);
+    model()->setSystemEvents(allAlerts());
+    QVERIFY(model()->getEvents().size() > 70);
     settle();
     closePopups();
     open(Screen::SCREEN_MENU);
