@@ -124,7 +124,6 @@ QImage warning(bool blinked)
 const Qt::Key L = Qt::Key_Left;
 const Qt::Key R = Qt::Key_Right;
 const Qt::Key U = Qt::Key_Up;
-const Qt::Key D = Qt::Key_Down;
 
 std::vector<Picture> texts()
 {
@@ -203,6 +202,10 @@ std::vector<Picture> icons()
          [] {
              return framed({L, U, R, R});
          }},
+        {"frame-switching", "OK on it: it is being switched on.",
+         [] {
+             return framed({L, U, R, R, Qt::Key_Return});
+         }},
         {"frame-lan", "On LAN.", [] { return framed({U}); }},
         {"frame-phone", "On the phone.",
          [] {
@@ -215,6 +218,18 @@ std::vector<Picture> icons()
         {"frame-warning", "On the warning sign.",
          [] {
              return framed({U, R, R, R}, true);
+         }},
+        {"frame-bundles-count", "The frame around the count of the bundles.",
+         [] {
+             if (!setRadio(Radio())) {
+                 return QImage();
+             }
+             Scene scene;
+             startSessions(sessions(2));
+             scene.press(L);
+             const QImage picture = scene.picture();
+             endSessions();
+             return picture;
          }},
         {"frame-battery", "On the battery.",
          [] {
