@@ -4,7 +4,11 @@
 #include "common/checked.h"
 #include "common/log.h"
 
+#include <QFontMetrics>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTreeWidgetItemIterator>
 
@@ -16,15 +20,53 @@ const char LIST_STYLE[] = "selection-background-color: rgba(80, 80, 80, 255); "
 
 // Draws a row without the dotted line around the current one: it would run through the letters, and the
 // grey ground of the selection says the same.
+//
+// Accents on the capitals of the Latin font reach out of the row by a line, where the style cuts them, and
+// an E with an accent would read as one with a dot. So each row also draws what the next one has to say in
+// its last line. (The next one can't: when this row is drawn anew alone, the accents would go.)
 class PlainRow : public QStyledItemDelegate {
 public:
-    explicit PlainRow(QObject* parent) : QStyledItemDelegate(parent) {}
+    explicit PlainRow(TTreeWidget* list) : QStyledItemDelegate(list) {}
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        const QTreeView* const list = static_cast<const QTreeView*>(parent());
+        const QModelIndex below = list->indexBelow(index);
+        const QRect place = list->visualRect(below);
+        if (index.column() == 0 && below.isValid() && place.top() < list->viewport()->height())
+            drawAccents(painter, below, place);
+    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
         option->state &= ~QStyle::State_HasFocus;
+    }
+
+private:
+    // Only of the names: rows with a check mark have their text further right, and stay within.
+    void drawAccents(QPainter* painter, const QModelIndex& row, const QRect& place) const
+    {
+        const QTreeView* const list = static_cast<const QTreeView*>(parent());
+        const QVariant ownFont = row.data(Qt::FontRole);
+        const QFont font = ownFont.isValid() ? ownFont.value<QFont>() : list->font();
+        const QFontMetrics metrics(font);
+        const QString text = row.data(Qt::DisplayRole).toString();
+        const int above = -metrics.ascent() - metrics.boundingRect(text).top();
+        if (above <= 0 || row.data(Qt::CheckStateRole).isValid())
+            return;
+        const int margin = list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1;
+        const QVariant colour = row.data(Qt::ForegroundRole);
+        painter->save();
+        painter->setClipRect(QRect(place.left(), place.top() - above, place.width(), above));
+        painter->setFont(font);
+        painter->setPen(colour.isValid() ? colour.value<QBrush>().color() : QColor(Qt::white));
+        painter->drawText(place.left() + margin,
+                          place.top() + (place.height() - metrics.height()) / 2 + metrics.ascent(),
+                          metrics.elidedText(text, Qt::ElideRight, place.width() - 2 * margin));
+        painter->restore();
     }
 };
 
@@ -48,7 +90,9 @@ void TTreeWidget::setUpList(int columns)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setStyleSheet(QString::fromLatin1(LIST_STYLE));
-    setItemDelegate(checkedNew<PlainRow>(SOURCE, __LINE__, static_cast<QObject*>(this)));
+    setItemDelegate(checkedNew<PlainRow>(SOURCE, __LINE__, this));
+    // Rows that move by a copy of their pixels would bring along what the row below them had to say.
+    connect(verticalScrollBar(), SIGNAL(valueChanged(int)), viewport(), SLOT(update()));
 }
 
 // The lists are short: a walk is good enough.
