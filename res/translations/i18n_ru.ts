@@ -885,7 +885,8 @@
     </message>
     <message>
         <source>Attach reject, timeout</source>
-        <translation>Отказ в присоединении, тайм-аут</translation>
+        <translation>Отказ в присоединении,
+тайм-аут</translation>
     </message>
     <message>
         <source>Normal deactivation (from Core Network)</source>
