@@ -63,9 +63,6 @@ class ScreenAntennaTest : public QObject {
 private slots:
     void widgetsAreAsTold();
     void barIsAsTold();
-    void anyKeyLeadsToTheStatusScreen_data();
-    void anyKeyLeadsToTheStatusScreen();
-    void longOkOnlyLogs();
 
     void signalText_data();
     void signalText();
@@ -157,37 +154,6 @@ void ScreenAntennaTest::barIsAsTold()
                      "#BDBDBD;margin-left: 0px;margin-right: 0px;margin-top: 0px;margin-bottom: "
                      "0px;}QProgressBar::chunk {background-color: #424242;width: 20px;margin: 1px;border: "
                      "1px solid black;border-radius: 2px;}"));
-}
-
-void ScreenAntennaTest::anyKeyLeadsToTheStatusScreen_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("left") << int(Qt::Key_Left);
-    QTest::newRow("right") << int(Qt::Key_Right);
-    QTest::newRow("up") << int(Qt::Key_Up);
-    QTest::newRow("down") << int(Qt::Key_Down);
-    QTest::newRow("OK") << int(Qt::Key_Return);
-}
-
-void ScreenAntennaTest::anyKeyLeadsToTheStatusScreen()
-{
-    QFETCH(int, key);
-    AntennaFixture f;
-    f.press(static_cast<Qt::Key>(key));
-    QCOMPARE(f.window.getCurrentScreenId(), Screen::SCREEN_STATUS);
-    QVERIFY(f.page->isHidden());
-    Messages messages;
-    f.window.debugHistory("now");
-    QCOMPARE(messages.count("now: The history is empty"), 1);
-}
-
-void ScreenAntennaTest::longOkOnlyLogs()
-{
-    AntennaFixture f;
-    Messages messages;
-    f.press(Qt::Key_Space);
-    QCOMPARE(messages.count("Button LONG OK not defined on this screen."), 1);
-    QCOMPARE(f.window.getCurrentScreenId(), Screen::SCREEN_ANTENNA);
 }
 
 // --- Signal ------------------------------------------------------------------------------------------------

@@ -89,9 +89,6 @@ class ScreenBatteryTest : public QObject {
 private slots:
     void widgetsAreAsTold();
     void backgroundIsAsTold();
-    void anyKeyLeadsToTheStatusScreen_data();
-    void anyKeyLeadsToTheStatusScreen();
-    void longOkOnlyLogs();
 
     void batteriesDecideWhatIsSeen_data();
     void batteriesDecideWhatIsSeen();
@@ -165,37 +162,6 @@ void ScreenBatteryTest::backgroundIsAsTold()
     QCOMPARE(background->geometry(), QRect(QPoint(0, 32), QPoint(255, 63)));
     QCOMPARE(background->styleSheet(), QString("border: none; background: rgba(255,255,255,50)"));
     QCOMPARE(f.page->children().first(), static_cast<QObject*>(background)); // below all others
-}
-
-void ScreenBatteryTest::anyKeyLeadsToTheStatusScreen_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::newRow("left") << int(Qt::Key_Left);
-    QTest::newRow("right") << int(Qt::Key_Right);
-    QTest::newRow("up") << int(Qt::Key_Up);
-    QTest::newRow("down") << int(Qt::Key_Down);
-    QTest::newRow("OK") << int(Qt::Key_Return);
-}
-
-void ScreenBatteryTest::anyKeyLeadsToTheStatusScreen()
-{
-    QFETCH(int, key);
-    BatteryFixture f;
-    f.press(static_cast<Qt::Key>(key));
-    QCOMPARE(f.window.getCurrentScreenId(), Screen::SCREEN_STATUS);
-    QVERIFY(f.page->isHidden());
-    Messages messages;
-    f.window.debugHistory("now");
-    QCOMPARE(messages.count("now: The history is empty"), 1);
-}
-
-void ScreenBatteryTest::longOkOnlyLogs()
-{
-    BatteryFixture f;
-    Messages messages;
-    f.press(Qt::Key_Space);
-    QCOMPARE(messages.count("Button LONG OK not defined on this screen."), 1);
-    QCOMPARE(f.window.getCurrentScreenId(), Screen::SCREEN_BATTERY);
 }
 
 // --- Batteries ---------------------------------------------------------------------------------------------
