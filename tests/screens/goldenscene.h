@@ -3,7 +3,7 @@
 // The wall clock stands still at NOON in this whole program. What comes by way of the bus is brought about
 // before the window is made; from then on the event loop doesn't run, so that no timer fires: values go into
 // the model by its setters, keys straight to the widget with the focus, and animations are set to a point
-// of their way.
+// of their way. Only the sessions of the list of bundles come later, by the bus: nothing on it blinks.
 #ifndef TESTS_SCREENS_GOLDENSCENE_H
 #define TESTS_SCREENS_GOLDENSCENE_H
 
@@ -168,11 +168,11 @@ inline void resetTerminal()
 
 class Scene {
 public:
-    explicit Scene(LANG_ENUM language = LANG_ENGLISH) : m_language(prepare(language))
+    explicit Scene(LANG_ENUM language = LANG_ENGLISH) : prepared(prepare(language))
     {
         window.setVisible(true); // however the terminal's state has it
         QApplication::setActiveWindow(&window);
-        window.handleRequestLoadLanguage(m_language);
+        window.handleRequestLoadLanguage(language);
         settle();
     }
 
@@ -218,18 +218,16 @@ public:
         return window.isActiveWindow() ? window.grab().toImage() : QImage();
     }
 
+    const bool prepared; // before the window is made
+    Window window;
+
 private:
-    static LANG_ENUM prepare(LANG_ENUM language)
+    static bool prepare(LANG_ENUM language)
     {
         resetTerminal();
         model()->setLanguage(language);
-        return language;
+        return true;
     }
-
-    const LANG_ENUM m_language;
-
-public:
-    Window window;
 };
 
 // Runs a group's test; returns the program's exit status.
