@@ -47,6 +47,13 @@ int valueOf(const config_data_t& record)
     return recordInt(record);
 }
 
+void logNotStored(const char* function, const char* field)
+{
+    logDebug() << "StatusUpdater::" << function
+               << "(): Do not change activeConnectionsAndBundles, as bundle was not found AND '" << field
+               << "' field was deleted from cfg database";
+}
+
 } // namespace
 
 // --- Records
@@ -208,9 +215,7 @@ int StatusUpdater::findSessionToStore(int group, bool autoCreate, const char* fu
 {
     const int index = getActiveConnectionBundleIndexByWanUserGroup(group, autoCreate);
     if (index < 0)
-        logDebug() << "StatusUpdater::" << function
-                   << "(): Do not change activeConnectionsAndBundles, as bundle was not found AND '" << field
-                   << "' field was deleted from cfg database";
+        logNotStored(function, field);
     return index;
 }
 
@@ -251,10 +256,12 @@ void StatusUpdater::setActiveConnectionOrBundleField(const ContextField& field, 
     else
         logDebug() << "StatusUpdater::" << field.function
                    << "(): autoCreate=FALSE. Do not auto-create bundle, value to store=" << value;
-    const int index = findSessionToStore(group, autoCreate, field.function, field.name);
-    const int contextIndex = index < 0 ? -1 : getActiveContextIndex(group, context, autoCreate);
-    if (contextIndex < 0)
+    const int index = getActiveConnectionBundleIndexByWanUserGroup(group, autoCreate);
+    const int contextIndex = getActiveContextIndex(group, context, autoCreate);
+    if (index < 0 || contextIndex < 0) {
+        logNotStored(field.function, field.name);
         return;
+    }
     StatusLock lock(statusMutex, field.function);
     activeConnectionsAndBundles[index].connections[contextIndex].*field.field = value;
     lock.unlock();

@@ -302,6 +302,13 @@ private slots:
                     "auto-create bundle, value to") == 1);
         QVERIFY(log.countOfPrefix("StatusUpdater::setActiveConnectionOrBundleFieldBwUp(): Do not change "
                                   "activeConnectionsAndBundles, as bundle was not found AND") == 1);
+        log.clear();
+        update(Records().number(contextKey(1, 8, "bw_up"), -1)); // nor does it in a session that is there
+        QCOMPARE(sessions().at(0).connections.size(), 1);
+        QCOMPARE(log.count(QtDebugMsg, "StatusUpdater::setActiveConnectionOrBundleFieldBwUp(): Do not change "
+                                       "activeConnectionsAndBundles, as bundle was not found AND "
+                                       "'guaranteed_bit_rate_upload' field was deleted from cfg database"),
+                 1);
     }
 
     void anyDeletedFieldRemovesItsContext_data()
