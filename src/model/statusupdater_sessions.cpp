@@ -47,6 +47,15 @@ int valueOf(const config_data_t& record)
     return recordInt(record);
 }
 
+void logAutoCreate(const char* function, bool autoCreate, int value)
+{
+    if (autoCreate)
+        logDebug() << "StatusUpdater::" << function << "(): autoCreate=TRUE";
+    else
+        logDebug() << "StatusUpdater::" << function
+                   << "(): autoCreate=FALSE. Do not auto-create bundle, value to store=" << value;
+}
+
 void logNotStored(const char* function, const char* field)
 {
     logDebug() << "StatusUpdater::" << function
@@ -221,7 +230,9 @@ int StatusUpdater::findSessionToStore(int group, bool autoCreate, const char* fu
 
 void StatusUpdater::setActiveConnectionOrBundleFieldTime(int group, int startTime)
 {
-    const int index = findSessionToStore(group, startTime != 0, __func__, "startTime");
+    const bool autoCreate = startTime != 0;
+    logAutoCreate(__func__, autoCreate, startTime);
+    const int index = findSessionToStore(group, autoCreate, __func__, "startTime");
     if (index < 0)
         return;
     const QDateTime start = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(startTime) * 1000);
@@ -236,7 +247,9 @@ void StatusUpdater::setActiveConnectionOrBundleFieldTime(int group, int startTim
 
 void StatusUpdater::setActiveConnectionOrBundleFieldBackgroundTotal(int group, int total)
 {
-    const int index = findSessionToStore(group, total >= 0, __func__, "backgroundTotal");
+    const bool autoCreate = total >= 0;
+    logAutoCreate(__func__, autoCreate, total);
+    const int index = findSessionToStore(group, autoCreate, __func__, "backgroundTotal");
     if (index < 0)
         return;
     StatusLock lock(statusMutex, __func__);
@@ -251,11 +264,7 @@ void StatusUpdater::setActiveConnectionOrBundleField(const ContextField& field, 
                                                      int value)
 {
     const bool autoCreate = value >= 0;
-    if (autoCreate)
-        logDebug() << "StatusUpdater::" << field.function << "(): autoCreate=TRUE";
-    else
-        logDebug() << "StatusUpdater::" << field.function
-                   << "(): autoCreate=FALSE. Do not auto-create bundle, value to store=" << value;
+    logAutoCreate(field.function, autoCreate, value);
     const int index = getActiveConnectionBundleIndexByWanUserGroup(group, autoCreate);
     const int contextIndex = getActiveContextIndex(group, context, autoCreate);
     if (index < 0 || contextIndex < 0) {

@@ -231,8 +231,34 @@ private slots:
 
     void deletedTimeAndAmountMakeNoEntry()
     {
+        Messages log;
         update(Records().deleted(key(1, "time")).deleted(key(1, "bytes_in_out_kb")));
         QVERIFY(sessions().isEmpty());
+        for (const QString& field : {QString("Time"), QString("BackgroundTotal")}) {
+            const QString function = "StatusUpdater::setActiveConnectionOrBundleField" + field + "(): ";
+            QCOMPARE(log.countOfPrefix(function + "autoCreate=FALSE. Do not auto-create bundle, value to"),
+                     1);
+            QCOMPARE(log.countOfPrefix(function + "Do not change activeConnectionsAndBundles, as bundle was "
+                                                  "not found AND"),
+                     1);
+        }
+    }
+
+    void timeAndAmountMakeAnEntryAndAreLogged()
+    {
+        Messages log;
+        update(Records().number(key(1, "time"), 5).number(key(2, "bytes_in_out_kb"), 0));
+        QCOMPARE(sessions().size(), 2);
+        const QString function = "StatusUpdater::setActiveConnectionOrBundleField";
+        QCOMPARE(log.count(QtDebugMsg, function + "Time(): autoCreate=TRUE"), 1);
+        QCOMPARE(log.count(QtDebugMsg, function + "BackgroundTotal(): autoCreate=TRUE"), 1);
+        QCOMPARE(log.count(QtDebugMsg, function + "Time(): activeConnectionsAndBundles[0].startTime stored "
+                                                  "with value=5"),
+                 1);
+        QCOMPARE(log.count(QtDebugMsg,
+                           function + "BackgroundTotal(): activeConnectionsAndBundles[1].backgroundTotal "
+                                      "stored with value=0"),
+                 1);
     }
 
     void deletedTimeAndAmountOfAnEntry()
