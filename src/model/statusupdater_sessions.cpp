@@ -195,6 +195,7 @@ int StatusUpdater::createNewActiveConnectionBundle(int group)
 {
     bundle_t session;
     session.wanUserGroup = group;
+    session.backgroundTotal = -1; // not known until its record comes
     session.startTime = QDateTime::currentDateTime();
     StatusLock lock(statusMutex, __func__);
     activeConnectionsAndBundles.append(session);

@@ -282,6 +282,10 @@ private slots:
         QCOMPARE(int(sessions().at(0).status), -1);
         QCOMPARE(sessions().at(0).connections.size(), 1);
         QCOMPARE(sessions().at(0).connections.at(0).wanContextGroup, 2);
+        QCOMPARE(sessions().at(0).bundleNumber, -1);
+        QCOMPARE(sessions().at(0).backgroundTotal, -1); // not known, and shown as nothing
+        QCOMPARE(model().getBackgroundTotalStr(sessions().at(0)), QString("0 kB"));
+        QVERIFY(sessions().at(0).startTime.secsTo(QDateTime::currentDateTime()) < 60);
         QCOMPARE(model().getNumberOfActiveConnectionsAndBundles(), 0);
     }
 
