@@ -275,7 +275,8 @@ void addFilter(Start& start, int filterNumber, int cid)
     data->entry_owner = 0;
     data->active = 1;
     data->cid = cid;
-    data->packet_filter_identifier = filterNumber + 1;
+    // Without a sign: the largest number that can be stored has no filter, but must do no harm either.
+    data->packet_filter_identifier = static_cast<int>(static_cast<unsigned int>(filterNumber) + 1U);
     data->evaluation_precedence = index + 1;
     logFilter(*data, index);
     for (int i = 0; i < FILTER_RECORD_COUNT; ++i) {

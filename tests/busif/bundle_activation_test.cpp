@@ -5,6 +5,8 @@
 #include "busif/busfixture.h"
 #include "sim/syslogtap/syslogtap.h"
 
+#include <climits>
+
 namespace {
 
 const char* const QOS_WORDS[] = {"traffic_class",
@@ -394,6 +396,16 @@ private slots:
         QCOMPARE(start(1), 0);
         QCOMPARE(errors(), QStringList(complaint));
         QCOMPARE(written().size(), 35);
+    }
+
+    // There is no such filter, so that the start fails; the sum that is made with its number must not.
+    void largestNumberOfAFilter()
+    {
+        storeBundle(1, 1);
+        storeConnection(1, 0, 1);
+        bus->terminal.set("cfg.admin.bundle.1.connections.0.filters.0.index", INT_MAX);
+        QVERIFY(start(1) < 0);
+        QCOMPARE(written(), Records());
     }
 
     // Words of the key that are neither an index nor a filter are no error.
