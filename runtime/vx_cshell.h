@@ -45,9 +45,9 @@ struct shell_command {
     const char* syntax; // any number of lines; null: none
 };
 
-// Copies the entry into the table, behind those with the same path and name, which hide it. An entry without
-// path, name or function, and memory that can't be had, are assertions. Static objects may call it before
-// main.
+// Copies the entry into the table. One with the same path and name that is there already hides it. An entry
+// without path, name or function, and memory that can't be had, are assertions. Static objects may call it
+// before main.
 void shell_command_add_sorted(const shell_command* command);
 
 // The table: number of entries, and one of them. They are sorted by path, then by name; a pointer is valid

@@ -1,5 +1,6 @@
 // The shell's table of commands and the directory tree that their paths form. The loop's thread alone, but
 // for static objects that add their commands before main.
+#define VX_ASSERT_SOURCE "vx_cshell"
 #include "runtime/util.h"
 #include "runtime/vx_assert.h"
 #include "runtime/vx_cshell_impl.h"
@@ -20,6 +21,12 @@ int compare(const shell_command* one, const shell_command* other)
 {
     int order = strcmp(one->path, other->path);
     return order ? order : strcmp(one->name, other->name);
+}
+
+// By an earlier one of the same path and name.
+bool is_hidden(size_t index)
+{
+    return index > 0 && compare(&table[index - 1], &table[index]) == 0;
 }
 
 void grow_table()
@@ -156,7 +163,9 @@ void take_command(void* data, const vx_cshell_match* match)
 
 void print_command_path(void* data, const vx_cshell_match* match)
 {
-    vx_cshell_printf(static_cast<cshell*>(data), "%s/%s\n", match->command->path, match->command->name);
+    const char* path = match->command->path;
+    vx_cshell_printf(static_cast<cshell*>(data), "%s/%s\n", strcmp(path, "/") == 0 ? "" : path,
+                     match->command->name);
 }
 
 } // namespace
@@ -196,7 +205,7 @@ int vx_cshell_fslookup(const char* path, unsigned mode, vx_cshell_match_t match,
     int count = 0;
     for (size_t index = 0; index < table_count; ++index) {
         vx_cshell_match hit;
-        bool command = mode & VX_FS_COMMAND && find_command(&what, &table[index], &hit);
+        bool command = mode & VX_FS_COMMAND && !is_hidden(index) && find_command(&what, &table[index], &hit);
         bool directory = !command && mode & VX_FS_DIRECTORY && find_directory(&what, &table[index], &hit) &&
                          is_first_of_directory(&what, index, &hit);
         if (command || directory) {
