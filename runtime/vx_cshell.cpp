@@ -6,7 +6,6 @@
 #include "runtime/vx_log.h"
 #include "runtime/vx_string.h"
 
-#include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
@@ -151,15 +150,20 @@ int vx_cshell_run_command_line(cshell* shell, const char* line)
     char* words[VX_CSHELL_MAX_WORDS];
     vx_strlcpy(text, line, sizeof(text));
     int count = sh_strsplit(text, words, VX_CSHELL_MAX_WORDS);
-    if (count == 0) {
+    return vx_cshell_run_words(shell, count, words);
+}
+
+int vx_cshell_run_words(cshell* shell, int argc, char** argv)
+{
+    if (argc == 0) {
         return 0;
     }
-    if (strcmp(words[0], "exit") == 0) {
+    if (strcmp(argv[0], "exit") == 0) {
         return VX_CSHELL_EXIT;
     }
-    int result = vx_cshell_run_command(shell, count, words);
+    int result = vx_cshell_run_command(shell, argc, argv);
     if (result == VX_CSHELL_USAGE) {
-        const shell_command* command = vx_cshell_find(shell, words[0]);
+        const shell_command* command = vx_cshell_find(shell, argv[0]);
         if (command) {
             vx_cshell_print_help(shell, command);
         }

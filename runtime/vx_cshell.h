@@ -72,8 +72,11 @@ __attribute__((format(printf, 2, 0))) int vx_cshell_vprintf(cshell* shell, const
 int vx_cshell_process_buf(cshell* shell, const char* bytes, size_t length);
 
 // Runs one line. Returns VX_CSHELL_EXIT for the word "exit", 0 if there is no word, else what
-// vx_cshell_run_command returned.
+// vx_cshell_run_command returned, and prints what that result means to a line.
 int vx_cshell_run_command_line(cshell* shell, const char* line);
+
+// The same for a line that has been split already, of any length and number of words.
+int vx_cshell_run_words(cshell* shell, int argc, char** argv);
 
 // Runs a split command: first the one that lies at this path from the current directory, then the one at this
 // path, or of this name in any directory. Returns its result, which becomes the exit status. -1 as well for a

@@ -7,7 +7,6 @@
 #include "runtime/vx_time.h"
 
 #include <errno.h>
-#include <limits.h>
 #include <stdlib.h>
 #include <string.h>
 

@@ -7,7 +7,6 @@
 
 #include <errno.h>
 #include <fcntl.h>
-#include <limits.h>
 #include <stdint.h>
 #include <stdlib.h>
 #include <string.h>
@@ -35,7 +34,7 @@ uintptr_t unit_bytes(char unit)
 bool copy_memory(uintptr_t destination, uintptr_t source, size_t length)
 {
     int ends[2];
-    if (pipe(ends) < 0) {
+    if (pipe2(ends, O_CLOEXEC) < 0) {
         return false;
     }
     long expected = static_cast<long>(length);

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -390,6 +391,50 @@ TEST_F(Cshell, TypedLineIsCutAt63Characters)
 {
     test.type("top " + std::string(100, 'y') + "\n");
     EXPECT_THAT(calls, ElementsAre(ElementsAre("top", std::string(59, 'y'))));
+}
+
+TEST_F(Cshell, SplitLineMayBeLongerThanATypedOne)
+{
+    std::string word(1000, 'w');
+    std::string top = "top";
+    std::vector<char*> words(50, &word[0]);
+    words[0] = &top[0];
+    result = 4;
+    EXPECT_EQ(vx_cshell_run_words(test.shell, 50, words.data()), 4);
+    EXPECT_EQ(test.printed(), "ERROR\n");
+    ASSERT_EQ(calls.size(), 1u);
+    EXPECT_EQ(calls[0].size(), 50u);
+    EXPECT_EQ(calls[0][49], word);
+    EXPECT_EQ(vx_cshell_run_words(test.shell, 0, words.data()), 0);
+    std::string exit = "exit";
+    words[0] = &exit[0];
+    EXPECT_EQ(vx_cshell_run_words(test.shell, 1, words.data()), VX_CSHELL_EXIT);
+}
+
+TEST_F(Cshell, BytesOfAnyValueInAnyOrderDoNoHarm)
+{
+    // Neither "while" nor memory: the one may run for ever, and the other does what it is told.
+    const char* const pieces[] = {"(",    ")",  ";",  ":",      "repeat", "2",         "not",  "echo",
+                                  "help", "cd", "..", "ls",     "top",    "/bin/true", "time", "pwd",
+                                  "/",    "\t", "\n", "\033[A", "\033[",  "\004",      "-n"};
+    std::mt19937 random(3);
+    for (int turn = 0; turn < 20000; ++turn) {
+        std::string bytes;
+        for (int count = static_cast<int>(random() % 12); count > 0; --count) {
+            if (random() % 8 == 0) {
+                bytes += static_cast<char>(random());
+            } else {
+                bytes += pieces[random() % (sizeof(pieces) / sizeof(pieces[0]))];
+            }
+            bytes += random() % 4 ? " " : "";
+        }
+        test.type(bytes);
+        ASSERT_TRUE(test.lastResult == 0 || test.lastResult == VX_CSHELL_EXIT);
+        ASSERT_LE(strlen(vx_cshell_get_name(test.shell)), 31u);
+    }
+    test.type("\n\n\n"); // ends whatever is open
+    test.printed();
+    EXPECT_EQ(test.run("echo alive"), "alive\n");
 }
 
 TEST_F(Cshell, HistoryOfSixteenLines)

@@ -297,7 +297,7 @@ TEST_F(Readline, BytesOfAnyValueInAnyOrderKeepTheTerminalRight)
 {
     std::mt19937 random(7);
     TerminalLine terminal;
-    const std::string likely("ab \033[ABCDO3~\n\004\010\177\t", 20);
+    const std::string likely = "ab \033[ABCDO3~\n\004\010\177\t";
     for (int turn = 0; turn < 60000; ++turn) {
         completion = static_cast<int>(random() % 3);
         rest = random() % 2 ? "cd" : "";
