@@ -6,6 +6,7 @@
 //   ESC [ C   ESC O C   right                 32 to 126 a character of the line
 //   ESC [ D   ESC O D   left                  others    ignored
 //   ESC [ 3 ~           remove the character at the cursor
+// Up and down, Tab (9), and control-D (4) in an empty line are vx_readline.cpp's.
 // A sequence ends, in its second byte and behind it, with a byte of 48 or above; where the second byte is
 // "[", with one of 63 or above behind it; where it is "O", with one of 47 or above. The ESC counts as one of
 // its four bytes. ESC always starts a sequence, also where another one is open, which is forgotten.
@@ -15,7 +16,7 @@
 //   ESC [ D         cursor left               ESC [ 4 h       insert mode on
 //   ESC [ n D       cursor left by n          ESC [ 4 l       insert mode off
 //   ESC [ 0 K       erase to the end of the line
-// n is never 0, which terminals take for 1.
+// n is never 0, which terminals take for 1. Behind a finished line vx_readline.cpp sends a line feed.
 #include "runtime/vt100.h"
 #include "runtime/util.h"
 #include "runtime/vx_string.h"

@@ -411,6 +411,26 @@ TEST_F(Cshell, SplitLineMayBeLongerThanATypedOne)
     EXPECT_EQ(vx_cshell_run_words(test.shell, 1, words.data()), VX_CSHELL_EXIT);
 }
 
+TEST_F(Cshell, SequencesMayBeCutAnywhereBetweenBuffers)
+{
+    const char* const sequences[] = {"\033[A", "\033OA", "\033[B",  "\033OB", "\033[C",   "\033OC",
+                                     "\033[D", "\033OD", "\033[3~", "\033[H", "\033[12~", "\033(B"};
+    for (const char* sequence : sequences) {
+        std::string bytes = std::string("top 1\ntop 2\nabc\033[D") + sequence + "x\n";
+        TestShell whole;
+        std::string expected = whole.type(bytes);
+        for (size_t cut = 0; cut <= bytes.size(); ++cut) {
+            for (size_t other = cut; other <= bytes.size(); ++other) {
+                TestShell shell;
+                std::string sent = shell.type(bytes.substr(0, cut));
+                sent += shell.type(bytes.substr(cut, other - cut));
+                sent += shell.type(bytes.substr(other));
+                ASSERT_EQ(sent, expected) << sequence + 1 << " cut at " << cut << " and " << other;
+            }
+        }
+    }
+}
+
 TEST_F(Cshell, BytesOfAnyValueInAnyOrderDoNoHarm)
 {
     // Neither "while" nor memory: the one may run for ever, and the other does what it is told.
