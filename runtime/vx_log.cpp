@@ -102,7 +102,7 @@ int vx_console_vprintf(const char* format, va_list arguments)
 
 namespace {
 
-const size_t LINE_BYTES = 16;
+const size_t LINE_BYTES = VX_DATA_LINE_BYTES;
 
 size_t unit_size(char unit)
 {
@@ -120,12 +120,15 @@ uint32_t unit_value(const uint8_t* bytes, size_t available, size_t size)
     return size == 1 ? byte : size == 2 ? half : word;
 }
 
-void display_line(size_t size, const uint8_t* bytes, size_t length, uint32_t label)
+} // namespace
+
+void vx_data_line(char* text, char unit, const void* data, size_t length, uint32_t label)
 {
-    char text[96];
-    int used = vx_snprintf(text, sizeof(text), "%08x:", label);
+    const uint8_t* bytes = static_cast<const uint8_t*>(data);
+    size_t size = unit_size(unit);
+    int used = vx_snprintf(text, VX_DATA_LINE_SIZE, "%08x:", label);
     for (size_t at = 0; at < LINE_BYTES; at += size) {
-        size_t room = sizeof(text) - static_cast<size_t>(used);
+        size_t room = VX_DATA_LINE_SIZE - static_cast<size_t>(used);
         int digits = static_cast<int>(2 * size);
         if (at < length) {
             uint32_t value = unit_value(bytes + at, length - at, size);
@@ -139,11 +142,9 @@ void display_line(size_t size, const uint8_t* bytes, size_t length, uint32_t lab
     for (size_t at = 0; at < length; ++at) {
         text[used++] = bytes[at] >= 0x20 && bytes[at] < 0x7f ? static_cast<char>(bytes[at]) : '.';
     }
+    text[used++] = '\n';
     text[used] = '\0';
-    vx_printf("%s\n", text);
 }
-
-} // namespace
 
 void vx_mem_display(char unit, const void* data, size_t length)
 {
@@ -153,10 +154,11 @@ void vx_mem_display(char unit, const void* data, size_t length)
 void vx_data_display(char unit, const void* data, size_t length, uint32_t start)
 {
     const uint8_t* bytes = static_cast<const uint8_t*>(data);
-    size_t size = unit_size(unit);
     for (size_t at = 0; at < length; at += LINE_BYTES) {
         size_t rest = length - at;
-        display_line(size, bytes + at, rest < LINE_BYTES ? rest : LINE_BYTES,
+        char text[VX_DATA_LINE_SIZE];
+        vx_data_line(text, unit, bytes + at, rest < LINE_BYTES ? rest : LINE_BYTES,
                      start + static_cast<uint32_t>(at));
+        vx_puts(text);
     }
 }

@@ -48,4 +48,9 @@ __attribute__((format(printf, 1, 0))) int vx_console_vprintf(const char* format,
 void vx_mem_display(char unit, const void* data, size_t length);
 void vx_data_display(char unit, const void* data, size_t length, uint32_t start);
 
+// One such line with its line feed, of at most VX_DATA_LINE_BYTES bytes of data, to a text of
+// VX_DATA_LINE_SIZE bytes.
+enum { VX_DATA_LINE_BYTES = 16, VX_DATA_LINE_SIZE = 96 };
+void vx_data_line(char* text, char unit, const void* data, size_t length, uint32_t label);
+
 #endif
