@@ -111,6 +111,7 @@ const struct {
     {"menu: row moves", [] { show(Screen::SCREEN_MENU); }, nullptr, {Qt::Key_Down, Qt::Key_Up}},
     {"battery: back to status", [] {}, [] { show(Screen::SCREEN_BATTERY); }, {Qt::Key_Up, Qt::Key_Up}},
     {"antenna: back to status", [] {}, [] { show(Screen::SCREEN_ANTENNA); }, {Qt::Key_Up, Qt::Key_Up}},
+    {"pointing: cancelled", [] {}, [] { show(Screen::SCREEN_POINTING); }, {Qt::Key_Left, Qt::Key_Left}},
     {"PIN: digit changes", [] { show(Screen::SCREEN_ENTER_PIN); }, nullptr, {Qt::Key_Up, Qt::Key_Down}},
     {"popup: text scrolls", [] { showPopup(); }, nullptr, {Qt::Key_Down, Qt::Key_Up}},
     {"menu with 200 alerts: row moves",
