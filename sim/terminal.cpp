@@ -341,6 +341,31 @@ void Terminal::onMessage(std::function<void(const Message&)> hook)
     });
 }
 
+fdloop_t* Terminal::loop() const
+{
+    return impl->loop;
+}
+
+void Terminal::onThread(const std::function<void()>& function)
+{
+    impl->run(function);
+}
+
+uint64_t Terminal::listenToChanges(std::function<void(const std::vector<Write>&)> listener)
+{
+    uint64_t number = 0;
+    impl->run([&] {
+        number = ++impl->lastListener;
+        impl->changeListeners[number] = std::move(listener);
+    });
+    return number;
+}
+
+void Terminal::forget(uint64_t listener)
+{
+    impl->run([&] { impl->changeListeners.erase(listener); });
+}
+
 std::string Terminal::frame(uint8_t type, uint8_t src, uint16_t seqn, std::string_view name,
                             std::string_view data)
 {

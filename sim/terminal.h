@@ -25,7 +25,11 @@
 #include <utility>
 #include <vector>
 
+struct fdloop_t;
+
 namespace sim {
+
+struct Write;
 
 // One message as a client sent it.
 struct Message {
@@ -170,6 +174,18 @@ public:
     // Called for each message of a client before it is handled. Runs on the terminal's thread; null removes
     // it.
     void onMessage(std::function<void(const Message&)> hook);
+
+    // --- For what lives on the terminal's own thread: the consoles and what they work on.
+
+    // The loop of that thread; null while it is stopped. A loop is not thread-safe.
+    fdloop_t* loop() const;
+    // Carries the function out on that thread and returns when it is done.
+    void onThread(const std::function<void()>& function);
+    // Calls the listener, on that thread, with all changes of the database, in the order in which they were
+    // made and after the clients have been told. Returns its number for forget(), never 0. It may set values,
+    // listen and forget, itself included. Across stop() and start().
+    uint64_t listenToChanges(std::function<void(const std::vector<Write>&)> listener);
+    void forget(uint64_t listener);
 
     // A frame as the bus carries it, padded; for sendRaw() and answerWith().
     static std::string frame(uint8_t type, uint8_t src, uint16_t seqn, std::string_view name,

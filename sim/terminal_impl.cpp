@@ -294,7 +294,23 @@ void Terminal::Impl::onChanges(const std::vector<Write>& changes)
         bus->publishChanges(changes);
     if (behaviour)
         behaviour->onChanges(changes);
+    tellListeners(changes);
     happened();
+}
+
+// One that is called may take any of them away, and add others, which hear of the next changes.
+void Terminal::Impl::tellListeners(const std::vector<Write>& changes)
+{
+    std::vector<uint64_t> numbers;
+    for (const auto& [number, listener] : changeListeners)
+        numbers.push_back(number);
+    for (uint64_t number : numbers) {
+        auto found = changeListeners.find(number);
+        if (found == changeListeners.end())
+            continue;
+        auto listener = found->second;
+        listener(changes);
+    }
 }
 
 // While nobody records and nobody listens, the server does not even ask.

@@ -43,6 +43,7 @@ struct Terminal::Impl {
     void save();
     void tell(const std::string& line);
     void onChanges(const std::vector<Write>& changes);
+    void tellListeners(const std::vector<Write>& changes);
     bool onFrame(const BusFrame& frame);
     void updateWatcher();
     int32_t factoryReset();
@@ -64,6 +65,8 @@ struct Terminal::Impl {
     std::unique_ptr<Behaviour> behaviour;
     std::function<std::optional<RawAnswer>(const Message&)> answerHook;
     std::function<void(const Message&)> messageHook;
+    std::map<uint64_t, std::function<void(const std::vector<Write>&)>> changeListeners;
+    uint64_t lastListener = 0;
 
     std::thread thread;
     std::atomic<bool> quit{false};
