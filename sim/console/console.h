@@ -31,7 +31,7 @@ struct Desk {
     fdloop_t* loop;             // the terminal's
     uint32_t speed = 1;         // how many times faster the terminal goes than a real one
     Display* display = nullptr; // null: no display was started from here
-    std::string pictures;       // where commands leave pictures with relative names; empty: where it runs
+    std::string pictures = {};  // where commands leave pictures with relative names; empty: where it runs
 };
 
 // A command that has not ended when it returns. Destroyed once it has, or when its console goes; it must then
