@@ -33,6 +33,19 @@ struct CommandTheme {
 };
 const std::vector<CommandTheme>& commandThemes();
 
+// --- All of them together, those to the terminal's processes included
+
+// Puts them into the shell's table, in "/". A second call does nothing.
+void addCommandsToShell();
+// The forms of a command in the order of its table; empty if there is none of this name.
+std::vector<CommandForm> formsOf(const std::string& name);
+// Runs one that has a form. Returns what it returned.
+int runCommand(Console& console, const std::string& name, const Words& arguments);
+// "usage: get KEY", with all forms.
+std::string usageOf(const std::string& name);
+// For docs/simulator.md: a heading and a table for each theme.
+std::string commandsAsMarkdown();
+
 } // namespace sim
 
 #endif
