@@ -126,3 +126,10 @@ const char* vx_readline_char(vx_readline* readline, unsigned char byte)
     }
     return vt100_str_eof(editor) ? end_line(readline) : nullptr;
 }
+
+void vx_readline_redraw(const vx_readline* readline)
+{
+    if (!readline->new_line) { // the line that has ended is still in the editor
+        vt100_str_redraw(&readline->editor);
+    }
+}

@@ -33,4 +33,8 @@ void vx_readline_close(vx_readline* readline);
 // or null. Control-D (4) in an empty line returns "exit".
 const char* vx_readline_char(vx_readline* readline, unsigned char byte);
 
+// Shows the line that is being typed again, the cursor where it was: behind a prompt that has been printed
+// anew because something else came in between.
+void vx_readline_redraw(const vx_readline* readline);
+
 #endif

@@ -2,7 +2,10 @@
 // command line is command_line.cpp's; what the terminal does in detail is in Terminal.
 #include "sim/client_commands.h"
 #include "sim/command_line.h"
-#include "sim/console/console.h"
+#include "sim/console/commands.h"
+#include "sim/console/socket.h"
+#include "sim/console/socket_client.h"
+#include "sim/console/stdin_console.h"
 
 #include <csignal>
 #include <cstdio>
@@ -16,36 +19,67 @@ void onEnd(int)
     runningTerminal->requestQuit();
 }
 
-void endOnSignals(sim::Terminal* terminal)
+// Handlers, which programs started from here do not inherit, as they would an ignored signal.
+void takeSignals(sim::Terminal* terminal)
 {
     runningTerminal = terminal;
     struct sigaction action = {};
     action.sa_handler = onEnd;
-    for (int number : {SIGTERM, SIGINT, SIGHUP})
+    for (int number : {SIGTERM, SIGINT, SIGHUP, SIGQUIT})
         sigaction(number, &action, nullptr);
+    action.sa_handler = [](int) {}; // output that nobody reads any more
+    sigaction(SIGPIPE, &action, nullptr);
+}
+
+bool wantsConsole(const sim::CommandLine& line)
+{
+    using ConsoleMode = sim::CommandLine::ConsoleMode;
+    return line.console == ConsoleMode::Always ||
+           (line.console == ConsoleMode::Automatic && sim::StdinConsole::isOnTerminal());
 }
 
 int runTerminal(const sim::CommandLine& line)
 {
+    std::unique_ptr<sim::StdinConsole> console;
+    auto tell = [&console](const std::string& text) {
+        if (console)
+            console->log("terminalsim: " + text);
+        else
+            fprintf(stderr, "terminalsim: %s\n", text.c_str());
+    };
+    auto log = [&](const std::string& text) {
+        if (!line.quiet)
+            tell(text);
+    };
     sim::TerminalOptions options = line.options;
-    if (!line.quiet)
-        options.log = [](const std::string& text) { fprintf(stderr, "terminalsim: %s\n", text.c_str()); };
+    options.log = log;
     sim::Terminal terminal(options);
     if (!terminal.running()) {
-        fprintf(stderr, "terminalsim: %s\n", terminal.error().c_str());
+        tell(terminal.error());
         return 1;
     }
     terminal.setAll(line.values);
-    endOnSignals(&terminal);
+    takeSignals(&terminal);
 
     sim::Desk desk{terminal, terminal.loop()};
     desk.speed = options.speed;
+    desk.log = log;
+    sim::ConsoleServer consoles(desk);
+    std::string error;
+    if (!line.socket.empty() && !consoles.listen(line.socket, &error)) {
+        tell(error);
+        return 1;
+    }
     if (!line.quiet) {
         printf("terminalsim: listening on %s\n", terminal.address().c_str());
         fflush(stdout);
     }
+    if (wantsConsole(line))
+        console = std::make_unique<sim::StdinConsole>(desk);
     terminal.run();
-    return 0;
+    int status = console && console->hasFailed();
+    console.reset(); // the terminal is a person's again; what is told from here on goes to standard error
+    return status;
 }
 
 } // namespace
@@ -64,6 +98,12 @@ int main(int argc, char** argv)
         puts("\nThe exit status is 0, 1 if something failed, 2 for a wrong command line.");
         return 0;
     }
-    return line.command.empty() ? runTerminal(line)
-                                : sim::runClientCommand(line.options.address, line.command);
+    if (line.helpMarkdown) {
+        fputs(sim::commandsAsMarkdown().c_str(), stdout);
+        return 0;
+    }
+    if (line.command.empty())
+        return runTerminal(line);
+    return line.socket.empty() ? sim::runClientCommand(line.options.address, line.command)
+                               : sim::runSocketCommand(line.socket, line.command);
 }

@@ -6,6 +6,7 @@
 #include "sim/console/commands.h"
 #include "sim/console/compound.h"
 #include "sim/console/trace.h"
+#include "sim/console/witness.h"
 #include "sim/timer.h"
 
 #include <cstdarg>
@@ -233,6 +234,8 @@ Console::~Console()
 {
     cancel();
     endBackground();
+    if (surroundings.witness)
+        surroundings.witness->sessionEnds(*this);
 }
 
 void Console::run(const std::string& line, Done done)
@@ -241,6 +244,8 @@ void Console::run(const std::string& line, Done done)
     std::string problem;
     impl->errorTold = false;
     traceConsole(surroundings, vx_cshell_get_name(shell()), line);
+    if (surroundings.witness)
+        surroundings.witness->lineBegins(*this, line);
     bool good = splitLine(line, &words, &problem);
     if (!good || words.empty()) {
         done(good ? static_cast<int>(CommandDone) : fail("%s", problem.c_str()));
