@@ -6,6 +6,7 @@
 #include "sim/console/socket.h"
 #include "sim/console/socket_client.h"
 #include "sim/console/stdin_console.h"
+#include "sim/console/trace.h"
 
 #include <csignal>
 #include <cstdio>
@@ -64,6 +65,8 @@ int runTerminal(const sim::CommandLine& line)
     sim::Desk desk{terminal, terminal.loop()};
     desk.speed = options.speed;
     desk.log = log;
+    sim::Traces traces(desk);
+    desk.traces = &traces;
     sim::ConsoleServer consoles(desk);
     std::string error;
     if (!line.socket.empty() && !consoles.listen(line.socket, &error)) {

@@ -214,6 +214,8 @@ void Console::Impl::end(int status)
     if (status == CommandFailed && !errorTold)
         console.fail("%s has failed", name.c_str());
     busy = false;
+    if (console.desk().traces)
+        console.desk().traces->lineEnds(vx_cshell_get_name(console.shell()), status);
     Done call = std::move(done);
     done = nullptr;
     call(status);
@@ -243,7 +245,8 @@ void Console::run(const std::string& line, Done done)
     Words words;
     std::string problem;
     impl->errorTold = false;
-    traceConsole(surroundings, vx_cshell_get_name(shell()), line);
+    if (surroundings.traces)
+        surroundings.traces->lineBegins(vx_cshell_get_name(shell()), line);
     if (surroundings.witness)
         surroundings.witness->lineBegins(*this, line);
     bool good = splitLine(line, &words, &problem);

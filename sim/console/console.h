@@ -29,6 +29,7 @@
 namespace sim {
 
 class Display;
+class Traces;
 class Witness;
 
 // What the commands work on. It outlives all consoles.
@@ -38,6 +39,7 @@ struct Desk {
     uint32_t speed = 1;         // how many times faster the terminal goes than a real one
     Display* display = nullptr; // null: no display was started from here
     std::function<void(const std::string& line)> log = {}; // for the person at the desk; null: nobody
+    Traces* traces = nullptr;                              // null: nothing is traced
     std::string pictures = {};  // where commands leave pictures with relative names; empty: where it runs
     Witness* witness = nullptr; // null: "expect" knows of values alone
     uint32_t patience = 1;      // how many times longer "expect" waits than it is told, for a busy machine
