@@ -92,31 +92,35 @@ Nodes readNodes(const std::vector<std::string>& tokens, size_t* at)
     return nodes;
 }
 
-bool matches(const Nodes& nodes, size_t node, const Words& words, size_t at,
+// What could come behind the last word is added to *expected, if that is not null.
+bool matches(const Nodes& nodes, size_t node, const Words& words, size_t at, Words* expected,
              const std::function<bool(size_t)>& goOn)
 {
     if (node == nodes.size())
         return goOn(at);
-    auto next = [&](size_t position) { return matches(nodes, node + 1, words, position, goOn); };
+    auto next = [&](size_t position) { return matches(nodes, node + 1, words, position, expected, goOn); };
     const Node& current = nodes[node];
     switch (current.kind) {
     case Node::Kind::Rest:
         return at < words.size() && next(words.size());
     case Node::Kind::Words:
-        if (at == words.size())
+        if (at == words.size()) {
+            if (expected)
+                expected->insert(expected->end(), current.alternatives.begin(), current.alternatives.end());
             return false;
+        }
         for (const std::string& alternative : current.alternatives) {
             if (standsForAny(alternative) || alternative == words[at])
                 return next(at + 1);
         }
         return false;
     case Node::Kind::Optional:
-        return matches(current.inner, 0, words, at, next) || next(at);
+        return matches(current.inner, 0, words, at, expected, next) || next(at);
     case Node::Kind::Repeat: {
         std::function<bool(size_t)> again = [&](size_t position) {
-            return next(position) || (position > at && matches(nodes, node, words, position, goOn));
+            return next(position) || (position > at && matches(nodes, node, words, position, expected, goOn));
         };
-        return next(at) || matches(current.inner, 0, words, at, again);
+        return next(at) || matches(current.inner, 0, words, at, expected, again);
     }
     }
     return false;
@@ -128,7 +132,17 @@ bool fitsForm(const char* form, const Words& arguments)
 {
     size_t at = 0;
     const Nodes nodes = readNodes(tokensOf(form), &at);
-    return matches(nodes, 0, arguments, 0, [&](size_t position) { return position == arguments.size(); });
+    return matches(nodes, 0, arguments, 0, nullptr,
+                   [&](size_t position) { return position == arguments.size(); });
+}
+
+Words nextWords(const char* form, const Words& arguments)
+{
+    size_t at = 0;
+    const Nodes nodes = readNodes(tokensOf(form), &at);
+    Words expected;
+    matches(nodes, 0, arguments, 0, &expected, [](size_t) { return false; });
+    return expected;
 }
 
 std::string checkCommand(const Words& words)

@@ -17,6 +17,9 @@ namespace sim {
 // True if the arguments, without the command's name, have this form.
 bool fitsForm(const char* form, const Words& arguments);
 
+// What the form has behind these arguments, its words in capitals included; some may be there twice.
+Words nextWords(const char* form, const Words& arguments);
+
 // Whether some command takes these words, the first of which is its name. Empty, or why not, as "unknown
 // command foo" or "usage: get KEY".
 std::string checkCommand(const Words& words);
