@@ -92,6 +92,31 @@ const std::vector<CommandLineOption> Options = {
          line->console = ConsoleMode::Never;
          return true;
      }},
+    {"--display", "PROGRAM", "start this as the display, and again when it crashes",
+     [](CommandLine* line, const char* argument, std::string*) {
+         line->display = argument;
+         return true;
+     }},
+    {"--display-argument", "A", "an argument of it (any number of times)",
+     [](CommandLine* line, const char* argument, std::string*) {
+         line->displayArguments.push_back(argument);
+         return true;
+     }},
+    {"--display-log", "FILE", "where its log goes (default: it is forgotten at the end)",
+     [](CommandLine* line, const char* argument, std::string*) {
+         line->displayLog = argument;
+         return true;
+     }},
+    {"--keypad", "DIR", "plugins of the keypad (default: plugins beside this program)",
+     [](CommandLine* line, const char* argument, std::string*) {
+         line->keypad = argument;
+         return true;
+     }},
+    {"--syslog-library", "FILE", "catches its log (default: libsyslogtap.so beside this program)",
+     [](CommandLine* line, const char* argument, std::string*) {
+         line->syslogLibrary = argument;
+         return true;
+     }},
     {"--quiet", nullptr, "print errors only",
      [](CommandLine* line, const char*, std::string*) {
          line->quiet = true;
@@ -153,6 +178,10 @@ bool parseCommandLine(int argc, char** argv, CommandLine* line, std::string* err
     }
     for (; at < argc; at++)
         line->command.push_back(argv[at]);
+    if (line->display.empty() && !line->displayArguments.empty()) {
+        *error = "--display-argument without --display";
+        return false;
+    }
     return true;
 }
 

@@ -26,7 +26,12 @@ struct CommandLine {
     bool help = false;
     bool helpMarkdown = false;
     ConsoleMode console = ConsoleMode::Automatic;
-    std::string socket;               // of the consoles; empty: none
+    std::string socket;  // of the consoles; empty: none
+    std::string display; // program to start as the display; empty: none
+    std::vector<std::string> displayArguments;
+    std::string displayLog;           // empty: kept as long as this runs
+    std::string keypad;               // where its keypad's plugin lies; empty: beside this program, if there
+    std::string syslogLibrary;        // that is loaded into it; the same
     std::vector<std::string> command; // with its arguments; empty: run the terminal
 };
 

@@ -7,9 +7,13 @@
 #include "sim/console/socket_client.h"
 #include "sim/console/stdin_console.h"
 #include "sim/console/trace.h"
+#include "sim/display/display.h"
+
+#include "runtime/fdloop.h"
 
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 
 namespace {
 
@@ -39,6 +43,47 @@ bool wantsConsole(const sim::CommandLine& line)
            (line.console == ConsoleMode::Automatic && sim::StdinConsole::isOnTerminal());
 }
 
+// What lies beside this program; empty if it is not there.
+std::string besideProgram(const char* name)
+{
+    std::error_code problem;
+    std::filesystem::path file =
+        std::filesystem::read_symlink("/proc/self/exe", problem).parent_path() / name;
+    return std::filesystem::exists(file, problem) ? file.string() : std::string();
+}
+
+// Null if none is wanted.
+std::unique_ptr<sim::Display> makeDisplay(const sim::CommandLine& line, sim::Terminal& terminal,
+                                          std::function<void(const std::string&)> tell, int* status)
+{
+    if (line.display.empty())
+        return nullptr;
+    sim::Display::Options options;
+    options.command = {line.display};
+    options.command.insert(options.command.end(), line.displayArguments.begin(), line.displayArguments.end());
+    options.busAddress = terminal.address();
+    options.logFile = line.displayLog;
+    options.keypadDirectory = line.keypad.empty() ? besideProgram("plugins") : line.keypad;
+    options.syslogLibrary =
+        line.syslogLibrary.empty() ? besideProgram("libsyslogtap.so") : line.syslogLibrary;
+    options.tell = std::move(tell);
+    options.ended = [&terminal, status](int ended) {
+        *status = ended;
+        terminal.requestQuit();
+    };
+    return std::make_unique<sim::Display>(terminal.loop(), options);
+}
+
+// Blocks until the display has gone.
+void endDisplay(sim::Display* display, fdloop_t* loop)
+{
+    bool gone = !display;
+    if (display)
+        display->stop([&gone] { gone = true; });
+    while (!gone && fdloop_run(loop) == 0) {
+    }
+}
+
 int runTerminal(const sim::CommandLine& line)
 {
     std::unique_ptr<sim::StdinConsole> console;
@@ -61,10 +106,13 @@ int runTerminal(const sim::CommandLine& line)
     }
     terminal.setAll(line.values);
     takeSignals(&terminal);
+    int displayStatus = 0;
+    std::unique_ptr<sim::Display> display = makeDisplay(line, terminal, tell, &displayStatus);
 
     sim::Desk desk{terminal, terminal.loop()};
     desk.speed = options.speed;
     desk.log = log;
+    desk.display = display.get();
     sim::Traces traces(desk);
     desk.traces = &traces;
     sim::ConsoleServer consoles(desk);
@@ -77,10 +125,15 @@ int runTerminal(const sim::CommandLine& line)
         printf("terminalsim: listening on %s\n", terminal.address().c_str());
         fflush(stdout);
     }
+    if (display && !display->start(&error)) {
+        tell(error);
+        return 1;
+    }
     if (wantsConsole(line))
         console = std::make_unique<sim::StdinConsole>(desk);
     terminal.run();
-    int status = console && console->hasFailed();
+    endDisplay(display.get(), terminal.loop());
+    int status = (console && console->hasFailed()) || displayStatus != 0;
     console.reset(); // the terminal is a person's again; what is told from here on goes to standard error
     return status;
 }

@@ -61,6 +61,7 @@ struct Display::Impl {
     ~Impl();
 
     bool prepare(std::string* error);
+    bool makeDirectory(std::string* error);
     bool start(std::string* error);
     void stop(std::function<void()> stopped);
     uint64_t press(Key key, Done done);
@@ -84,7 +85,8 @@ struct Display::Impl {
 
     fdloop_t* loop;
     Options options;
-    std::string ownDirectory; // made here, for the socket
+    std::string ownDirectory; // made here, for socket and log if there is no other place
+    std::string socket;       // of the keypad
     LogFollower log;
     KeySender keys;
     PictureTaker pictures;
@@ -165,21 +167,32 @@ bool Display::Impl::prepare(std::string* error)
             return false;
         }
     }
-    if (!options.keypadDirectory.empty()) {
-        if (options.directory.empty()) {
-            std::string pattern = (std::filesystem::temp_directory_path() / "terminalsim-XXXXXX").string();
-            if (!mkdtemp(pattern.data())) {
-                *error = "cannot make a directory " + pattern + ": " + strerror(errno);
-                return false;
-            }
-            ownDirectory = options.directory = pattern;
-        }
-        options.directory = absolute(options.directory);
-        if (!keys.listen(options.directory + "/keypad." + std::to_string(getpid()), error))
-            return false;
-    }
-    prepared = options.logFile.empty() || log.start(options.logFile, error);
+    bool needsDirectory = options.logFile.empty() || options.directory.empty();
+    if (needsDirectory && !makeDirectory(error))
+        return false;
+    if (options.logFile.empty())
+        options.logFile = ownDirectory + "/log";
+    options.directory = absolute(options.directory.empty() ? ownDirectory : options.directory);
+    socket = options.directory + "/keypad." + std::to_string(getpid());
+    if (!options.keypadDirectory.empty() && !keys.listen(socket, error))
+        return false;
+    prepared = log.start(options.logFile, error);
     return prepared;
+}
+
+bool Display::Impl::makeDirectory(std::string* error)
+{
+    const char* runtime = getenv("XDG_RUNTIME_DIR");
+    std::filesystem::path place = runtime && *runtime ? runtime : std::filesystem::temp_directory_path();
+    std::string pattern = (place / "terminalsim-XXXXXX").string();
+    if (!ownDirectory.empty())
+        return true;
+    if (!mkdtemp(pattern.data())) {
+        *error = "cannot make a directory " + pattern + ": " + strerror(errno);
+        return false;
+    }
+    ownDirectory = pattern;
+    return true;
 }
 
 std::map<std::string, std::string> Display::Impl::environment() const
@@ -195,9 +208,8 @@ std::map<std::string, std::string> Display::Impl::environment() const
     if (!options.syslogLibrary.empty())
         changes["LD_PRELOAD"] = extended("LD_PRELOAD", options.syslogLibrary, ':');
     if (!options.keypadDirectory.empty()) {
-        std::string plugin = "deskkeypad:" + options.directory + "/keypad." + std::to_string(getpid());
         changes["QT_PLUGIN_PATH"] = extended("QT_PLUGIN_PATH", options.keypadDirectory, ':');
-        changes["QT_QPA_GENERIC_PLUGINS"] = extended("QT_QPA_GENERIC_PLUGINS", plugin, ',');
+        changes["QT_QPA_GENERIC_PLUGINS"] = extended("QT_QPA_GENERIC_PLUGINS", "deskkeypad:" + socket, ',');
     }
     return changes;
 }

@@ -31,8 +31,8 @@ public:
     struct Options {
         std::vector<std::string> command; // program and arguments
         std::string busAddress;           // CBUS_ADDR
-        std::string logFile;              // of the display's system log; emptied at the first start
-        std::string syslogLibrary;        // libsyslogtap.so
+        std::string logFile;              // emptied at the first start; empty: one that ends with this object
+        std::string syslogLibrary;        // libsyslogtap.so; empty: the system log goes where it goes
         std::string keypadDirectory;      // where Qt finds the keypad's plugin; empty: no keys
         std::string directory;            // for the keypad's socket: the user's own; empty: one is made
         std::string screenshots;          // where the display leaves its own; empty: as it was built
