@@ -7,17 +7,26 @@ namespace sim {
 static const char PointingPrefix[] = "bp_ctrl.";
 
 Behaviour::Behaviour(fdloop_t* loop, Database& database, BusServer& server, const Options& options)
-    : server(server)
+    : surroundings{loop, database, std::max<uint32_t>(1, options.speed), options.moving},
+      reacting(options.actors), server(server)
 {
-    Surroundings surroundings{loop, database, std::max<uint32_t>(1, options.speed), options.moving};
-    if (options.actors) {
-        for (auto add : {addInterfaceActors, addRadioActors, addSimActors, addNetworkActors, addAlertActors,
-                         addUpdateActors, addSystemActors, addSettingActors})
+    addActors();
+    server.provideLocally(PointingPrefix, this);
+}
+
+void Behaviour::addActors()
+{
+    if (reacting) {
+        for (auto add :
+             {addGuardActors, addInterfaceActors, addRadioActors, addRegistrationActors, addSimActors,
+              addNetworkActors, addSessionActors, addAlertActors, addUpdateActors, addSystemActors,
+              addTemperatureActors, addPositionActors, addSettingActors})
             add(surroundings, &actors);
     }
-    if (options.moving)
+    if (reacting || surroundings.moving)
+        addPowerActors(surroundings, &actors);
+    if (surroundings.moving)
         addMovers(surroundings, &actors);
-    server.provideLocally(PointingPrefix, this);
 }
 
 void Behaviour::start()
@@ -26,11 +35,25 @@ void Behaviour::start()
         actor->start();
 }
 
+void Behaviour::setMuted(bool silent)
+{
+    if (silent == muted)
+        return;
+    muted = silent;
+    if (muted) {
+        actors.clear(); // with their timers
+    } else {
+        addActors();
+        start();
+    }
+}
+
 void Behaviour::onChanges(const std::vector<Write>& changes)
 {
+    // By number, since the actors may come back while changes are told.
     for (const Write& change : changes) {
-        for (const auto& actor : actors)
-            actor->onChange(change.key);
+        for (size_t at = 0; at < actors.size(); at++)
+            actors[at]->onChange(change.key);
     }
 }
 

@@ -69,6 +69,9 @@ public:
     Behaviour(fdloop_t* loop, Database& database, BusServer& server, const Options& options);
 
     void start();
+    // Silences all of it, movers included, or lets it begin anew with the database as it is. Not from a
+    // function of an actor; muting also not while changes are told.
+    void setMuted(bool muted);
     // To be called with all changes of the database.
     void onChanges(const std::vector<Write>& changes);
 
@@ -77,8 +80,13 @@ public:
     void onClientGone(uint64_t) override {}
 
 private:
+    void addActors();
+
+    const Surroundings surroundings;
+    const bool reacting;
     BusServer& server;
     std::vector<std::unique_ptr<Actor>> actors;
+    bool muted = false;
 };
 
 // Bars that go with a signal strength in tenths of a dBHz.

@@ -41,6 +41,13 @@ bool BusServer::listen(const std::string& address, std::string* error)
         *error = "cannot listen on " + address + ": the bus needs a stream";
         return false;
     }
+    this->address = address;
+    spare = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    return open(error);
+}
+
+bool BusServer::open(std::string* error)
+{
     int fd = socket_create_server(address.c_str());
     // A burst of clients must not find the queue full: a local socket that does not wait fails at once then.
     if (fd < 0 || fd >= FD_SETSIZE || socket_set_blocking(fd, 0) != 0 || ::listen(fd, SOMAXCONN) != 0) {
@@ -50,8 +57,22 @@ bool BusServer::listen(const std::string& address, std::string* error)
         return false;
     }
     listener = fd;
-    spare = open("/dev/null", O_RDONLY | O_CLOEXEC);
     fdloop_fd_register(loop, listener, onListener, this);
+    // A port that the system chose is the address from now on.
+    if (startsWith(address, "tcp*"))
+        address = address.substr(0, address.rfind('*') + 1) + std::to_string(port());
+    return true;
+}
+
+bool BusServer::setDeaf(bool deaf, std::string* error)
+{
+    if (deaf == (listener < 0))
+        return true;
+    if (!deaf)
+        return open(error);
+    fdloop_fd_unregister(loop, listener);
+    ::close(listener);
+    listener = -1;
     return true;
 }
 
@@ -59,11 +80,7 @@ void BusServer::close()
 {
     for (uint64_t client : clients())
         closeClient(client, std::string());
-    if (listener >= 0) {
-        fdloop_fd_unregister(loop, listener);
-        ::close(listener);
-        listener = -1;
-    }
+    setDeaf(true, nullptr);
     if (spare >= 0) {
         ::close(spare);
         spare = -1;
@@ -94,8 +111,14 @@ void BusServer::accept()
         ::close(fd);
         return;
     }
+    int pid = 0;
+    if (!isOurs(fd, &pid)) {
+        ::close(fd);
+        return;
+    }
     auto client = std::make_unique<Client>();
     client->server = this;
+    client->pid = pid;
     client->id = ++lastClient;
     client->fd = fd;
     fdloop_fd_register(loop, fd, onReadable, client.get());
@@ -107,6 +130,26 @@ void BusServer::accept()
         clientsChanged();
 }
 
+// An abstract name has no owner and no mode: anybody on the machine can connect to it. Of a socket that is
+// not local nothing can be known.
+bool BusServer::isOurs(int fd, int* pid)
+{
+    ucred peer{};
+    socklen_t length = sizeof peer;
+    if (!startsWith(address, "unix*"))
+        return true;
+    if (getsockopt(fd, SOL_SOCKET, SO_PEERCRED, &peer, &length) != 0) {
+        log(std::string("refused a client: ") + strerror(errno));
+        return false;
+    }
+    *pid = peer.pid;
+    if (peer.uid == geteuid() || peer.uid == 0)
+        return true;
+    log("refused a client: process " + std::to_string(peer.pid) + " is of another user, " +
+        std::to_string(peer.uid));
+    return false;
+}
+
 // Out of descriptors: a client that is left waiting would keep the server socket readable and the loop
 // spinning, so the spare descriptor makes room to take the client and close it.
 void BusServer::refuseOne()
@@ -116,7 +159,7 @@ void BusServer::refuseOne()
     int fd = socket_create_server_client(listener);
     if (fd >= 0)
         ::close(fd);
-    spare = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    spare = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
 }
 
 BusServer::Client* BusServer::find(uint64_t client) const
@@ -133,11 +176,23 @@ std::vector<uint64_t> BusServer::clients() const
     return ids;
 }
 
+std::vector<BusServer::ClientFacts> BusServer::clientFacts() const
+{
+    std::vector<ClientFacts> facts;
+    for (const Client* client : order)
+        facts.push_back(
+            {client->id, client->pid, client->out.size() - client->sent, client->filters, client->provides});
+    return facts;
+}
+
 void BusServer::closeClient(uint64_t client, const std::string& reason)
 {
     Turn turn(*this);
-    if (Client* found = find(client))
-        drop(*found, reason);
+    Client* found = find(client);
+    if (!found)
+        return;
+    flush(*found); // what it was sent before is still to come, as far as its socket takes it
+    drop(*found, reason);
 }
 
 void BusServer::drop(Client& client, const std::string& reason)
@@ -181,8 +236,22 @@ void BusServer::provideLocally(const std::string& prefix, LocalProvider* provide
 
 void BusServer::handle(Client& client, const BusFrame& frame)
 {
-    if (watcher && !watcher(frame))
-        return;
+    if (tap)
+        tell(Way::From, client.id, frame.header, frame.name, frame.data);
+    Watcher asked = watcher; // it may replace itself
+    if (!asked || asked(frame))
+        route(&client, frame);
+}
+
+void BusServer::handleKept(const BusFrame& frame)
+{
+    Turn turn(*this);
+    route(find(frame.client), frame);
+}
+
+// The client is null if it has gone; what it sent before still counts.
+void BusServer::route(Client* client, const BusFrame& frame)
+{
     switch (frame.header.type) {
     case CBUS_TYPE_SIGNAL:
         handleSignal(client, frame);
@@ -211,40 +280,54 @@ void BusServer::addName(Client& client, std::vector<std::string>& names, const B
         clientsChanged();
 }
 
-void BusServer::handleSignal(Client& client, const BusFrame& frame)
+void BusServer::handleSignal(Client* client, const BusFrame& frame)
 {
-    if (frame.name == "cbus.filter") {
-        addName(client, client.filters, frame);
+    bool isFilter = frame.name == "cbus.filter";
+    if (isFilter || frame.name == "cbus.provide") {
+        if (client)
+            addName(*client, isFilter ? client->filters : client->provides, frame);
         return;
     }
-    if (frame.name == "cbus.provide") {
-        addName(client, client.provides, frame);
-        return;
-    }
-    publish(frame.name, frame.data);
+    publish(frame.name, frame.data, frame.client);
     for (const Local& local : locals) {
         if (startsWith(frame.name, local.prefix))
             local.provider->onSignal(frame);
     }
 }
 
-void BusServer::publish(std::string_view name, std::string_view data)
+void BusServer::publish(std::string_view name, std::string_view data, uint64_t cause)
 {
     if (name.size() + 1 >= CBUS_NAME_LIMIT || data.size() >= CBUS_DATA_LIMIT) {
         log("signal dropped: too long");
         return;
     }
     Turn turn(*this);
+    if (tap) {
+        cbus_header_t header{};
+        header.type = CBUS_TYPE_SIGNAL;
+        tell(Way::All, cause, header, name, data);
+    }
     std::vector<Client*> takers;
     for (Client* client : order) {
         if (hasPrefixOf(client->filters, name) || hasPrefixOf(client->provides, name))
             takers.push_back(client);
     }
     for (Client* client : takers)
-        signalTo(client->id, name, data);
+        sendSignal(client->id, name, data);
 }
 
 bool BusServer::signalTo(uint64_t id, std::string_view name, std::string_view data)
+{
+    if (tap && find(id)) {
+        cbus_header_t header{};
+        header.type = CBUS_TYPE_SIGNAL;
+        header.seqn = nextSeqn;
+        tell(Way::To, id, header, name, data);
+    }
+    return sendSignal(id, name, data);
+}
+
+bool BusServer::sendSignal(uint64_t id, std::string_view name, std::string_view data)
 {
     Turn turn(*this);
     Client* client = find(id);
@@ -318,18 +401,22 @@ void BusServer::forward(Client& provider, const BusFrame& frame)
     cbus_header_t header = frame.header;
     header.src = 0;
     header.seqn = seqn;
+    if (tap)
+        tell(Way::To, provider.id, header, frame.name, frame.data);
     append(provider, header, frame.name, frame.data, {});
 }
 
-void BusServer::handleReply(Client& client, const BusFrame& frame)
+void BusServer::handleReply(Client* client, const BusFrame& frame)
 {
-    auto found = client.pending.find(frame.header.seqn);
-    if (found == client.pending.end()) {
-        log("client " + std::to_string(client.id) + ": a reply that nobody waits for");
+    if (!client) // its questions were answered when it went
+        return;
+    auto found = client->pending.find(frame.header.seqn);
+    if (found == client->pending.end()) {
+        log("client " + std::to_string(client->id) + ": a reply that nobody waits for");
         return;
     }
     ReplyAddress address = std::move(found->second);
-    client.pending.erase(found);
+    client->pending.erase(found);
     reply(address, frame.data);
 }
 

@@ -13,6 +13,8 @@
 //                          reply
 //   replies                back to the client that asked, with its own src and seqn
 //
+// On a local socket only processes of the user who runs the server, and root's, become clients.
+//
 // No client can hold up another: sockets are non-blocking, what a client does not read waits in a queue of
 // its own, and a client whose queue outgrows MaxQueue, or that sends a broken frame, is closed with a line in
 // the log.
@@ -20,6 +22,8 @@
 // Not thread-safe: everything on the thread of the loop. Nothing blocks.
 #ifndef SIM_BUS_SERVER_H
 #define SIM_BUS_SERVER_H
+
+#include "sim/traffic.h"
 
 #include "runtime/cbus_frame.h"
 
@@ -80,14 +84,18 @@ public:
     bool listen(const std::string& address, std::string* error);
     // Closes all clients and the server socket.
     void close();
+    // Closes the server socket alone, so that nobody new can connect, or opens it again on its address. False
+    // with *error if that fails.
+    bool setDeaf(bool deaf, std::string* error);
     // The port of a tcp address (which may have asked for port 0), or -1.
     int port() const;
 
     // Adds a provider inside this process, to be gone before the server or after close().
     void provideLocally(const std::string& prefix, LocalProvider* provider);
 
-    // Sends a signal of the server's own to every client that filtered or provides a prefix of the name.
-    void publish(std::string_view name, std::string_view data);
+    // Sends a signal of the server's own to every client that filtered or provides a prefix of the name. The
+    // cause is the client whose doing it is, 0 if none's; the tap alone is told.
+    void publish(std::string_view name, std::string_view data, uint64_t cause = 0);
     // Sends a signal to one client, whatever it filtered. False if it is gone.
     bool signalTo(uint64_t client, std::string_view name, std::string_view data);
     // Answers a request with the two parts joined; a client that has gone away is passed over.
@@ -98,8 +106,19 @@ public:
 
     std::vector<uint64_t> clients() const;
     bool hasClient(uint64_t client) const { return find(client) != nullptr; }
-    // Whether some client would get a signal of this name.
+    // What is to be told of a client.
+    struct ClientFacts {
+        uint64_t client = 0;
+        int pid = 0;        // 0 if it cannot be known
+        size_t waiting = 0; // bytes on their way to it
+        std::vector<std::string> filters;
+        std::vector<std::string> provides;
+    };
+    std::vector<ClientFacts> clientFacts() const;
+    // Whether some client would get a signal of this name; whether anybody would hear of it, the tap
+    // included.
     bool isWanted(std::string_view name) const;
+    bool isHeard(std::string_view name) const { return tap || isWanted(name); }
     void closeClient(uint64_t client, const std::string& reason);
     // Closes a client once everything that is on its way to it has been written.
     void closeAfterWriting(uint64_t client);
@@ -109,11 +128,17 @@ public:
     void setHeld(bool held);
     // Reads and handles all that has arrived from clients so far.
     void drain();
+    // Handles a message that the watcher kept back, without asking it again. Its client may have gone.
+    void handleKept(const BusFrame& frame);
 
     // Called for each frame of a client before it is handled. False drops it (the watcher then has dealt with
     // it).
     using Watcher = std::function<bool(const BusFrame&)>;
     void setWatcher(Watcher watcher) { this->watcher = std::move(watcher); }
+    // Hears everything that comes from clients, when it comes, and all that goes out, when it is on its way.
+    // It costs nothing while there is none.
+    using Tap = std::function<void(const Traffic&)>;
+    void setTap(Tap tap) { this->tap = std::move(tap); }
     // Called when a client has come, gone, or set a filter.
     void setClientsChanged(std::function<void()> callback) { clientsChanged = std::move(callback); }
 
@@ -127,21 +152,27 @@ private:
     static int onWritable(int fd, void* data);
 
     Client* find(uint64_t client) const;
+    bool open(std::string* error);
     void accept();
+    bool isOurs(int fd, int* pid);
     void refuseOne();
     bool receive(Client& client); // false: nothing to read now
     void takeFrames(Client& client);
     bool isBroken(Client& client, const cbus_header_t& header, const char* body);
     void handle(Client& client, const BusFrame& frame);
-    void handleSignal(Client& client, const BusFrame& frame);
+    void route(Client* client, const BusFrame& frame);
+    void handleSignal(Client* client, const BusFrame& frame);
     void handleRequest(const BusFrame& frame);
-    void handleReply(Client& client, const BusFrame& frame);
+    void handleReply(Client* client, const BusFrame& frame);
     void addName(Client& client, std::vector<std::string>& names, const BusFrame& frame);
     Client* providerOf(std::string_view name, LocalProvider** local) const;
     void forward(Client& provider, const BusFrame& frame);
 
+    bool sendSignal(uint64_t client, std::string_view name, std::string_view data);
     void append(Client& client, const cbus_header_t& header, std::string_view name, std::string_view head,
                 std::string_view tail);
+    void tell(Way way, uint64_t client, const cbus_header_t& header, std::string_view name,
+              std::string_view head, std::string_view tail = {});
     void markDirty(Client& client);
     void flush(Client& client);
     void write(Client& client);
@@ -150,8 +181,9 @@ private:
 
     fdloop_t* loop;
     Log log;
-    int listener = -1;
-    int spare = -1; // a descriptor kept to refuse clients with when there are no more
+    std::string address;
+    int listener = -1; // -1 also while it is deaf
+    int spare = -1;    // a descriptor kept to refuse clients with when there are no more
     bool held = false;
     uint64_t lastClient = 0;
     uint16_t nextSeqn = 0;
@@ -167,6 +199,7 @@ private:
     };
     std::vector<Local> locals;
     Watcher watcher;
+    Tap tap;
     std::function<void()> clientsChanged;
 };
 

@@ -9,6 +9,7 @@ namespace sim {
 struct BusServer::Client {
     BusServer* server = nullptr;
     uint64_t id = 0;
+    int pid = 0; // of its process; 0 if it cannot be known
     int fd = -1; // -1 once closed; the record then lives on to the end of the turn
 
     // What has been read and not handled yet: in[begin..end). Frames start at multiples of 4 bytes from the

@@ -144,6 +144,8 @@ void BusServer::reply(const BusFrame& request, std::string_view head, std::strin
         return;
     cbus_header_t header = request.header;
     header.type = CBUS_TYPE_REPLY;
+    if (tap)
+        tell(Way::To, client->id, header, request.name, head, tail);
     append(*client, header, request.name, head, tail);
 }
 
@@ -161,6 +163,8 @@ void BusServer::sendRaw(uint64_t id, std::string_view bytes)
 {
     Turn turn(*this);
     if (Client* client = find(id)) {
+        if (tap)
+            tell(Way::To, id, cbus_header_t(), {}, bytes);
         client->out.append(bytes);
         markDirty(*client);
     }
@@ -173,6 +177,20 @@ void BusServer::closeAfterWriting(uint64_t id)
         client->closes = true;
         markDirty(*client);
     }
+}
+
+// To the tap, which may take itself away meanwhile.
+void BusServer::tell(Way way, uint64_t client, const cbus_header_t& header, std::string_view name,
+                     std::string_view head, std::string_view tail)
+{
+    Traffic traffic{way, client, header, name, head};
+    std::string joined;
+    if (!tail.empty()) {
+        joined.append(head).append(tail);
+        traffic.data = joined;
+    }
+    Tap listener = tap;
+    listener(traffic);
 }
 
 void BusServer::markDirty(Client& client)

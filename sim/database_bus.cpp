@@ -6,10 +6,12 @@
 #include "runtime/config_client_api.h"
 
 #include <cstring>
+#include <utility>
 
 namespace sim {
 
 static const char Prefix[] = "config.";
+const char DeskModify[] = "config.modifyv.terminalsim";
 
 // The fixed part of a read's reply and of a write: status (-1 in a request), type, length.
 struct ValueHead {
@@ -120,6 +122,12 @@ void DatabaseBus::read(const BusFrame& frame, const std::string& suffix)
         return;
     }
     memcpy(&asked, frame.data.data(), sizeof asked);
+    if (int32_t status = faultOf(suffix)) {
+        // Of the type that was asked for: one that differs would hide the status.
+        answer = {status, asked.type, 0};
+        server.reply(frame, bytesOf(answer));
+        return;
+    }
     const Value* value = database.find(suffix);
     if (!value) {
         answer.status = VX_CONFIG_NO_RECORD;
@@ -152,8 +160,9 @@ void DatabaseBus::readMany(const BusFrame& frame, const std::string&)
     VbufWriter answer;
     for (const VbufEntry& entry : asked) {
         const Value* value = database.find(entry.key);
-        if (!value) {
-            answer.add(entry.type, entry.key, {}, VX_CONFIG_NO_RECORD);
+        int32_t status = faultOf(entry.key);
+        if (!value || status != 0) {
+            answer.add(entry.type, entry.key, {}, status != 0 ? status : VX_CONFIG_NO_RECORD);
             continue;
         }
         uint32_t type = static_cast<uint32_t>(value->type);
@@ -175,6 +184,10 @@ void DatabaseBus::list(const BusFrame& frame, const std::string& suffix)
     std::optional<KeyExpression> expression = KeyExpression::compile(suffix);
     if (!expression) {
         report(frame, "bad expression");
+        server.reply(frame, {});
+        return;
+    }
+    if (faultOf("") != 0) { // the message has no place for a status
         server.reply(frame, {});
         return;
     }
@@ -206,18 +219,29 @@ void DatabaseBus::stat(const BusFrame& frame, const std::string& suffix)
         int32_t status;
         uint32_t value;
     } answer{VX_CONFIG_NO_RECORD, 0};
-    if (const Value* value = database.find(suffix))
+    if (int32_t status = faultOf(suffix))
+        answer.status = status;
+    else if (const Value* value = database.find(suffix))
         answer = {0, static_cast<uint32_t>(value->bytes.size())};
     server.reply(frame, bytesOf(answer));
 }
 
 void DatabaseBus::factoryReset(const BusFrame& frame, const std::string&)
 {
+    writer = frame.client;
     int32_t status = hooks.onFactoryReset ? hooks.onFactoryReset() : VX_CONFIG_ERR;
+    writer = 0;
     server.reply(frame, bytesOf(status));
 }
 
 // --- Writing
+
+void DatabaseBus::apply(uint64_t client, const std::vector<Write>& writes)
+{
+    writer = client;
+    database.apply(writes);
+    writer = 0; // nothing may have changed
+}
 
 void DatabaseBus::writeAll(uint64_t client, const char* verb, const std::vector<Write>& writes)
 {
@@ -228,7 +252,7 @@ void DatabaseBus::writeAll(uint64_t client, const char* verb, const std::vector<
         if (status == 0)
             accepted.push_back(write);
     }
-    database.apply(accepted);
+    apply(client, accepted);
 }
 
 static Write writeOf(uint32_t type, const std::string& key, std::string_view value)
@@ -293,8 +317,10 @@ void DatabaseBus::modify(const BusFrame& frame, const std::string&)
     auto validation = std::make_shared<Validation>();
     validation->owner = this;
     validation->requester = {frame.client, frame.header.src, frame.header.seqn, std::string(frame.name)};
-    for (const Write& write : writes)
-        validation->statuses.push_back(check(write));
+    for (const Write& write : writes) {
+        int32_t status = faultOf(write.key);
+        validation->statuses.push_back(status != 0 ? status : check(write));
+    }
     validation->writes = std::move(writes);
     ask(validation);
     finishIfDone(validation);
@@ -310,6 +336,8 @@ void DatabaseBus::sync(const BusFrame&, const std::string& suffix)
 
 void DatabaseBus::publishChanges(const std::vector<Write>& changes)
 {
+    // What the terminal's processes make of these changes is their own doing.
+    uint64_t cause = std::exchange(writer, 0);
     std::vector<std::string> components;
     std::map<std::string, std::vector<const Write*>, std::less<>> byComponent;
     for (const Write& change : changes) {
@@ -320,25 +348,26 @@ void DatabaseBus::publishChanges(const std::vector<Write>& changes)
         group.push_back(&change);
     }
     for (const std::string& component : components)
-        publishComponent(component, byComponent[component]);
+        publishComponent(component, byComponent[component], cause);
 }
 
 // Normally one signal; more only where a message could not hold all of it.
-void DatabaseBus::publishComponent(const std::string& component, const std::vector<const Write*>& changes)
+void DatabaseBus::publishComponent(const std::string& component, const std::vector<const Write*>& changes,
+                                   uint64_t cause)
 {
     std::string name = "config.change." + component;
-    if (!server.isWanted(name))
+    if (!server.isHeard(name))
         return;
     auto records = std::make_unique<VbufWriter>();
     for (const Write* change : changes) {
         if (records->size() + VbufWriter::entrySize(change->key, change->value.bytes.size()) >=
             CBUS_DATA_LIMIT) {
-            server.publish(name, records->bytes());
+            server.publish(name, records->bytes(), cause);
             records = std::make_unique<VbufWriter>();
         }
         records->add(static_cast<uint32_t>(change->value.type), change->key, change->value.bytes);
     }
-    server.publish(name, records->bytes());
+    server.publish(name, records->bytes(), cause);
 }
 
 } // namespace sim

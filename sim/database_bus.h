@@ -39,15 +39,20 @@ namespace sim {
 
 struct VbufEntry;
 
+// The request with which terminalsim's own commands write: it counts as the terminal's doing, not as a
+// client's.
+extern const char DeskModify[];
+
 class DatabaseBus : public LocalProvider {
 public:
     static constexpr uint32_t ValidatorTimeout = 5000; // ms
 
     // What lies beyond keys and values. Every one may be null.
     struct Hooks {
-        std::function<void(const WriteRecord&)> onWrite;     // each key that a client writes or deletes
-        std::function<void(const std::string& area)> onSync; // save this area
-        std::function<int32_t()> onFactoryReset;             // returns the status of the reply
+        std::function<void(const WriteRecord&)> onWrite;      // each key that a client writes or deletes
+        std::function<void(const std::string& area)> onSync;  // save this area
+        std::function<int32_t()> onFactoryReset;              // returns the status of the reply
+        std::function<int32_t(const std::string& key)> fault; // 0, or the status to answer with; "" is readm
         BusServer::Log log;
     };
 
@@ -59,7 +64,7 @@ public:
     void setReadOnly(std::set<std::string> keys) { readOnly = std::move(keys); }
     void setValidatorTimeout(uint32_t milliseconds) { validatorTimeout = milliseconds; }
 
-    // To be called with all changes of the database.
+    // To be called with all changes of the database, before anybody reacts to them.
     void publishChanges(const std::vector<Write>& changes);
 
     void onSignal(const BusFrame& frame) override;
@@ -90,18 +95,22 @@ private:
     void registerValidator(const BusFrame& frame, const std::string& suffix);
     void takeVerdict(const BusFrame& frame, const std::string& suffix);
 
+    int32_t faultOf(const std::string& key) const { return hooks.fault ? hooks.fault(key) : 0; }
+    void apply(uint64_t client, const std::vector<Write>& writes);
     void writeAll(uint64_t client, const char* verb, const std::vector<Write>& writes);
     const std::string* validatorOf(const std::string& key, uint64_t writer) const;
     void ask(const std::shared_ptr<Validation>& validation);
     void refuse(Validation& validation, const Question& question);
     void finishIfDone(const std::shared_ptr<Validation>& validation);
     static int onValidatorTimeout(void* data);
-    void publishComponent(const std::string& component, const std::vector<const Write*>& changes);
+    void publishComponent(const std::string& component, const std::vector<const Write*>& changes,
+                          uint64_t cause);
 
     fdloop_t* loop;
     Database& database;
     BusServer& server;
     Hooks hooks;
+    uint64_t writer = 0; // the client whose writes are being stored, until their changes are published
     std::set<std::string> readOnly;
     uint32_t validatorTimeout = ValidatorTimeout;
     std::map<std::string, uint64_t> validators; // name to client

@@ -121,7 +121,8 @@ void DatabaseBus::finishIfDone(const std::shared_ptr<Validation>& validation)
             accepted.push_back(write);
         answer.add(static_cast<uint32_t>(write.value.type), write.key, {}, status);
     }
-    database.apply(accepted);
+    const ReplyAddress& requester = validation->requester;
+    apply(requester.name == DeskModify ? 0 : requester.client, accepted);
     server.reply(validation->requester, answer.bytes());
 }
 

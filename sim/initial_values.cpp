@@ -173,6 +173,13 @@ bool parseShortValue(const std::string& text, Value* value, std::string* error)
     return parseValue(type, rest, value, error);
 }
 
+bool parseDescribedValue(const std::string& text, Value* value, std::string* error)
+{
+    size_t blank = text.find_first_of(Blanks);
+    return parseValue(text.substr(0, blank),
+                      blank == std::string::npos ? std::string() : trimmed(text.substr(blank)), value, error);
+}
+
 // --- The file
 
 static bool parseLine(const std::string& line, Write* write, std::string* error)
@@ -187,11 +194,7 @@ static bool parseLine(const std::string& line, Write* write, std::string* error)
         *error = "bad key \"" + write->key + "\"";
         return false;
     }
-    std::string rest = trimmed(line.substr(equals + 1));
-    size_t blank = rest.find_first_of(Blanks);
-    std::string type = rest.substr(0, blank);
-    std::string text = blank == std::string::npos ? std::string() : trimmed(rest.substr(blank));
-    return parseValue(type, text, &write->value, error);
+    return parseDescribedValue(trimmed(line.substr(equals + 1)), &write->value, error);
 }
 
 bool parseInitialValues(std::istream& in, const std::string& name, std::vector<Write>* values,

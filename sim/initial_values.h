@@ -31,6 +31,8 @@ bool parseShortValue(const std::string& text, Value* value, std::string* error);
 
 // A value in the form of the file: int 5, string "text", blob 00 ff.
 std::string describeValue(const Value& value);
+// The way back. On failure *error says why and the result is false.
+bool parseDescribedValue(const std::string& text, Value* value, std::string* error);
 
 // The file of the source tree, for a terminal in normal operation.
 std::string defaultValuesFile();

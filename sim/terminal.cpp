@@ -11,9 +11,12 @@ namespace sim {
 
 Terminal::Terminal() : Terminal(TerminalOptions()) {}
 
-Terminal::Terminal(const TerminalOptions& options) : impl(std::make_unique<Impl>(options)) {}
+Terminal::Terminal(const TerminalOptions& options) : impl(std::make_unique<Impl>(*this, options)) {}
 
-Terminal::~Terminal() = default;
+Terminal::~Terminal()
+{
+    stop();
+}
 
 const std::string& Terminal::address() const
 {
@@ -115,12 +118,29 @@ size_t Terminal::erasePrefix(const std::string& prefix)
 
 void Terminal::resetValues()
 {
-    impl->run([&] { eraseKeys(impl->database, impl->database.keysWithPrefix(""), impl->initial); });
+    replaceAll(impl->initial);
+}
+
+void Terminal::replaceAll(const std::vector<Write>& values)
+{
+    impl->run([&] { eraseKeys(impl->database, impl->database.keysWithPrefix(""), values); });
 }
 
 void Terminal::clear()
 {
     erasePrefix("");
+}
+
+void Terminal::factoryReset()
+{
+    impl->run([&] { impl->factoryReset(); });
+}
+
+bool Terminal::save()
+{
+    bool saved = false;
+    impl->run([&] { saved = impl->save(); });
+    return saved;
 }
 
 std::optional<Value> Terminal::get(const std::string& key) const
@@ -287,6 +307,21 @@ void Terminal::sendSignal(const std::string& name, std::string_view data)
     });
 }
 
+void Terminal::sendClientSignal(const std::string& name, std::string_view data)
+{
+    impl->run([&] {
+        if (!impl->server)
+            return;
+        impl->server->publish(name, data);
+        BusFrame frame;
+        frame.header.type = CBUS_TYPE_SIGNAL;
+        frame.name = name;
+        frame.data = data;
+        if (impl->behaviour)
+            impl->behaviour->onSignal(frame);
+    });
+}
+
 void Terminal::sendRaw(std::string_view bytes, uint64_t client)
 {
     impl->run([&] {
@@ -302,26 +337,24 @@ void Terminal::sendRaw(std::string_view bytes, uint64_t client)
 void Terminal::killConnections()
 {
     impl->run([&] {
-        if (!impl->server)
-            return;
-        for (uint64_t id : impl->server->clients())
-            impl->server->closeClient(id, "connections are cut");
+        if (impl->faults)
+            impl->faults->cut(0);
     });
 }
 
 void Terminal::hold()
 {
     impl->run([&] {
-        if (impl->server)
-            impl->server->setHeld(true);
+        if (impl->faults)
+            impl->faults->stop();
     });
 }
 
 void Terminal::release()
 {
     impl->run([&] {
-        if (impl->server)
-            impl->server->setHeld(false);
+        if (impl->faults)
+            impl->faults->go();
     });
 }
 
@@ -361,9 +394,52 @@ uint64_t Terminal::listenToChanges(std::function<void(const std::vector<Write>&)
     return number;
 }
 
+uint64_t Terminal::listenToTraffic(std::function<void(const Traffic&)> listener)
+{
+    uint64_t number = 0;
+    impl->run([&] {
+        number = ++impl->lastListener;
+        impl->trafficListeners[number] = std::move(listener);
+        impl->updateTap();
+    });
+    return number;
+}
+
 void Terminal::forget(uint64_t listener)
 {
-    impl->run([&] { impl->changeListeners.erase(listener); });
+    impl->run([&] {
+        impl->changeListeners.erase(listener);
+        impl->trafficListeners.erase(listener);
+        impl->updateTap();
+    });
+}
+
+Faults* Terminal::faults() const
+{
+    return impl->faults.get();
+}
+
+BusServer* Terminal::server() const
+{
+    return impl->server.get();
+}
+
+Recorder& Terminal::recorder() const
+{
+    return impl->recorder;
+}
+
+void Terminal::setBehaviourMuted(bool muted)
+{
+    impl->run([&] {
+        if (impl->behaviour)
+            impl->behaviour->setMuted(muted);
+    });
+}
+
+void Terminal::tell(const std::string& line)
+{
+    impl->run([&] { impl->tell(line); });
 }
 
 std::string Terminal::frame(uint8_t type, uint8_t src, uint16_t seqn, std::string_view name,

@@ -29,6 +29,10 @@ struct fdloop_t;
 
 namespace sim {
 
+class BusServer;
+class Faults;
+class Recorder;
+struct Traffic;
 struct Write;
 
 // One message as a client sent it.
@@ -112,6 +116,10 @@ public:
     // Replaces all content by the values file again, or by nothing. Signalled like any change.
     void resetValues();
     void clear();
+    // What a factory reset does with the settings (cfg): they are those of the values file again.
+    void factoryReset();
+    // Saves the settings. False if there is no store or that failed, which the server's log tells.
+    bool save();
 
     std::optional<Value> get(const std::string& key) const;
     std::optional<int32_t> getInt(const std::string& key) const;        // nullopt: absent or not an Int
@@ -155,11 +163,14 @@ public:
 
     // Sends a signal to every client that filtered a prefix of its name.
     void sendSignal(const std::string& name, std::string_view data);
+    // The same as if a client had sent it: the terminal's processes get it as well (but not the database).
+    void sendClientSignal(const std::string& name, std::string_view data);
     // Sends bytes as they are to every client (or to one).
     void sendRaw(std::string_view bytes, uint64_t client = 0);
     // Closes all connections; the server goes on and takes new ones.
     void killConnections();
-    // While held, nothing that clients send is read: a database that does not answer.
+    // While held, nothing that clients send is read: a database that does not answer. The short form of what
+    // faults() can do.
     void hold();
     void release();
 
@@ -185,7 +196,22 @@ public:
     // made and after the clients have been told. Returns its number for forget(), never 0. It may set values,
     // listen and forget, itself included. Across stop() and start().
     uint64_t listenToChanges(std::function<void(const std::vector<Write>&)> listener);
+    // The same with every message that the bus carries (traffic.h): what clients send, when it comes; what
+    // goes to them, when it is on its way. The listener must not stop the terminal. It costs time while there
+    // is one.
+    uint64_t listenToTraffic(std::function<void(const Traffic&)> listener);
     void forget(uint64_t listener);
+    // What goes wrong on purpose, and who is connected. Both end with stop(): null then.
+    Faults* faults() const;
+    BusServer* server() const;
+    // The recording, of which there is one at a time.
+    Recorder& recorder() const;
+    // Silences the terminal's processes and what moves by itself, or lets them begin anew.
+    void setBehaviourMuted(bool muted);
+    // Replaces the whole content of the database, in one change.
+    void replaceAll(const std::vector<Write>& values);
+    // A line in the server's log.
+    void tell(const std::string& line);
 
     // A frame as the bus carries it, padded; for sendRaw() and answerWith().
     static std::string frame(uint8_t type, uint8_t src, uint16_t seqn, std::string_view name,

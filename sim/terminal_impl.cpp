@@ -54,8 +54,9 @@ static std::string privateAddress()
     return "unix*terminal." + std::to_string(getpid()) + "." + std::to_string(++count);
 }
 
-Terminal::Impl::Impl(const TerminalOptions& options)
-    : options(options), address(options.address.empty() ? privateAddress() : options.address)
+Terminal::Impl::Impl(Terminal& terminal, const TerminalOptions& options)
+    : options(options), address(options.address.empty() ? privateAddress() : options.address),
+      recorder(terminal)
 {
     database.addListener([this](const std::vector<Write>& changes) { onChanges(changes); });
     if (options.initialValues) {
@@ -136,7 +137,15 @@ bool Terminal::Impl::open(std::string* problem)
     auto log = [this](const std::string& line) { tell(line); };
     server = std::make_unique<BusServer>(loop, log);
     server->setClientsChanged([this] { happened(); });
+    Faults::Hooks faultHooks;
+    faultHooks.changed = [this] { updateWatcher(); };
+    faultHooks.deliver = [this](const BusFrame& frame) {
+        if (onFrame(frame))
+            server->handleKept(frame);
+    };
+    faults = std::make_unique<Faults>(loop, database, *server, std::move(faultHooks));
     updateWatcher();
+    updateTap();
 
     DatabaseBus::Hooks hooks;
     hooks.log = log;
@@ -145,6 +154,7 @@ bool Terminal::Impl::open(std::string* problem)
             save();
     };
     hooks.onFactoryReset = [this] { return factoryReset(); };
+    hooks.fault = [this](const std::string& key) { return faults->statusOf(key); };
     if (options.record) {
         hooks.onWrite = [this](const WriteRecord& write) {
             std::lock_guard<std::mutex> lock(mutex);
@@ -169,6 +179,10 @@ bool Terminal::Impl::open(std::string* problem)
 
 void Terminal::Impl::shut()
 {
+    std::string problem;
+    if (!recorder.end(&problem))
+        tell(problem);
+    faults.reset();
     if (server)
         server->close();
     behaviour.reset();
@@ -294,22 +308,23 @@ void Terminal::Impl::onChanges(const std::vector<Write>& changes)
         bus->publishChanges(changes);
     if (behaviour)
         behaviour->onChanges(changes);
-    tellListeners(changes);
+    tellListeners(changeListeners, changes);
     happened();
 }
 
-// One that is called may take any of them away, and add others, which hear of the next changes.
-void Terminal::Impl::tellListeners(const std::vector<Write>& changes)
+// One that is called may take any of them away, and add others, which hear of what comes next.
+template <typename Listeners, typename Told>
+void Terminal::Impl::tellListeners(Listeners& listeners, const Told& told)
 {
     std::vector<uint64_t> numbers;
-    for (const auto& [number, listener] : changeListeners)
+    for (const auto& [number, listener] : listeners)
         numbers.push_back(number);
     for (uint64_t number : numbers) {
-        auto found = changeListeners.find(number);
-        if (found == changeListeners.end())
+        auto found = listeners.find(number);
+        if (found == listeners.end())
             continue;
         auto listener = found->second;
-        listener(changes);
+        listener(told);
     }
 }
 
@@ -318,14 +333,26 @@ void Terminal::Impl::updateWatcher()
 {
     if (!server)
         return;
-    if (options.record || answerHook || messageHook)
+    if (options.record || answerHook || messageHook || (faults && faults->watches()))
         server->setWatcher([this](const BusFrame& frame) { return onFrame(frame); });
     else
         server->setWatcher(nullptr);
 }
 
+void Terminal::Impl::updateTap()
+{
+    if (!server)
+        return;
+    if (trafficListeners.empty())
+        server->setTap(nullptr);
+    else
+        server->setTap([this](const Traffic& traffic) { tellListeners(trafficListeners, traffic); });
+}
+
 bool Terminal::Impl::onFrame(const BusFrame& frame)
 {
+    if (faults && faults->takes(frame))
+        return false;
     Message message{frame.client,      frame.header.type,       frame.header.src,
                     frame.header.seqn, std::string(frame.name), std::string(frame.data)};
     if (options.record) {
@@ -370,10 +397,10 @@ void Terminal::Impl::fillDatabase()
     database.apply(values);
 }
 
-void Terminal::Impl::save()
+bool Terminal::Impl::save()
 {
     if (!store.isOpen())
-        return;
+        return false;
     Store::Values values;
     for (const Write& write : initial) {
         if (isArea(write.key, "cfg"))
@@ -384,8 +411,10 @@ void Terminal::Impl::save()
             values[key] = *database.find(key);
     }
     std::string problem;
-    if (!store.save(values, &problem))
-        tell("settings could not be saved: " + problem);
+    if (store.save(values, &problem))
+        return true;
+    tell("settings could not be saved: " + problem);
+    return false;
 }
 
 int32_t Terminal::Impl::factoryReset()

@@ -6,6 +6,8 @@
 #include "sim/bus_server.h"
 #include "sim/database.h"
 #include "sim/database_bus.h"
+#include "sim/faults.h"
+#include "sim/recording.h"
 #include "sim/store.h"
 #include "sim/terminal.h"
 
@@ -18,7 +20,7 @@
 namespace sim {
 
 struct Terminal::Impl {
-    explicit Impl(const TerminalOptions& options);
+    Impl(Terminal& terminal, const TerminalOptions& options);
     ~Impl();
 
     // --- Life, on the owner's thread
@@ -40,10 +42,13 @@ struct Terminal::Impl {
     void shut();
     void runTasks();
     void fillDatabase();
-    void save();
+    // False where that failed, which is told, and where there is no store.
+    bool save();
     void tell(const std::string& line);
     void onChanges(const std::vector<Write>& changes);
-    void tellListeners(const std::vector<Write>& changes);
+    template <typename Listeners, typename Told>
+    static void tellListeners(Listeners& listeners, const Told& told);
+    void updateTap();
     bool onFrame(const BusFrame& frame);
     void updateWatcher();
     int32_t factoryReset();
@@ -63,10 +68,13 @@ struct Terminal::Impl {
     std::unique_ptr<BusServer> server;
     std::unique_ptr<DatabaseBus> bus;
     std::unique_ptr<Behaviour> behaviour;
+    std::unique_ptr<Faults> faults;
     std::function<std::optional<RawAnswer>(const Message&)> answerHook;
     std::function<void(const Message&)> messageHook;
     std::map<uint64_t, std::function<void(const std::vector<Write>&)>> changeListeners;
+    std::map<uint64_t, std::function<void(const Traffic&)>> trafficListeners;
     uint64_t lastListener = 0;
+    Recorder recorder;
 
     std::thread thread;
     std::atomic<bool> quit{false};
