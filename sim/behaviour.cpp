@@ -17,10 +17,9 @@ Behaviour::Behaviour(fdloop_t* loop, Database& database, BusServer& server, cons
 void Behaviour::addActors()
 {
     if (reacting) {
-        for (auto add :
-             {addGuardActors, addInterfaceActors, addRadioActors, addRegistrationActors, addSimActors,
-              addNetworkActors, addSessionActors, addAlertActors, addUpdateActors, addSystemActors,
-              addTemperatureActors, addPositionActors, addSettingActors})
+        for (auto add : {addGuardActors, addInterfaceActors, addRadioActors, addRegistrationActors,
+                         addSimActors, addNetworkActors, addSessionActors, addAlertActors, addUpdateActors,
+                         addSystemActors, addTemperatureActors, addPositionActors, addSettingActors})
             add(surroundings, &actors);
     }
     if (reacting || surroundings.moving)

@@ -36,7 +36,10 @@ struct Surroundings {
         const Value* value = database.find(key);
         return value ? value->toText() : std::string();
     }
-    void set(const std::string& key, int32_t number) { database.apply({{key, Value::integer(number)}}); }
+    void set(const std::string& key, int32_t number) const
+    {
+        database.apply({{key, Value::integer(number)}});
+    }
 };
 
 // One process of the terminal. It acts from its functions here and from its own timers, and writes to the
@@ -96,21 +99,44 @@ constexpr int32_t LowestSignal = 320;
 // A strength in tenths that somebody has set; absent: it wanders.
 extern const char SignalLevelKey[];
 
-// What a battery in this state tells, with the times that follow from it.
-std::vector<Write> batteryWrites(int battery, int32_t percent, int32_t chargeState);
 enum ChargeState { ChargeIdle = 0, Charging = 1, Discharging = 2, Precharging = 3 };
+
+// How hot the terminal is, in TemperatureStageKey; absent: neither hot nor cold.
+enum TemperatureStage {
+    StageCold = -1,
+    StageNormal = 0,
+    StageReduced,   // performance
+    StagePoe,       // no power over the LAN
+    StageUsb,       // the interface is off
+    StageUsbExtern, // and its second socket
+    StageBackground,
+    StageConnections, // all are closed, and none can be started
+    StageClosing,     // the terminal shuts down
+};
+extern const char TemperatureStageKey[];
+// The cause with which the network rejects, and 0 whether the application manager runs the display; both
+// absent while there is nothing to tell.
+extern const char RejectCauseKey[];
+extern const char DisplayRunsKey[];
 
 // The makers of the actors, one source file each theme. Those with a command have its name.
 using Actors = std::vector<std::unique_ptr<Actor>>;
-void addInterfaceActors(const Surroundings& surroundings, Actors* actors); // behaviour_actors.cpp
-void addRadioActors(const Surroundings& surroundings, Actors* actors);     // behaviour_radio.cpp
-void addSimActors(const Surroundings& surroundings, Actors* actors);       // behaviour_sim.cpp
-void addNetworkActors(const Surroundings& surroundings, Actors* actors);   // behaviour_network.cpp
-void addAlertActors(const Surroundings& surroundings, Actors* actors);     // behaviour_alerts.cpp
-void addUpdateActors(const Surroundings& surroundings, Actors* actors);    // behaviour_update.cpp
-void addSystemActors(const Surroundings& surroundings, Actors* actors);    // behaviour_system.cpp
-void addSettingActors(const Surroundings& surroundings, Actors* actors);   // behaviour_settings.cpp
-void addMovers(const Surroundings& surroundings, Actors* actors);          // behaviour_movers.cpp
+void addInterfaceActors(const Surroundings& surroundings, Actors* actors);    // behaviour_interfaces.cpp
+void addRadioActors(const Surroundings& surroundings, Actors* actors);        // behaviour_radio.cpp
+void addRegistrationActors(const Surroundings& surroundings, Actors* actors); // behaviour_registration.cpp
+void addSimActors(const Surroundings& surroundings, Actors* actors);          // behaviour_sim.cpp
+void addNetworkActors(const Surroundings& surroundings, Actors* actors);      // behaviour_network.cpp
+void addSessionActors(const Surroundings& surroundings, Actors* actors);      // behaviour_sessions.cpp
+void addAlertActors(const Surroundings& surroundings, Actors* actors);        // behaviour_alerts.cpp
+void addUpdateActors(const Surroundings& surroundings, Actors* actors);       // behaviour_update.cpp
+void addSystemActors(const Surroundings& surroundings, Actors* actors);       // behaviour_system.cpp
+void addTemperatureActors(const Surroundings& surroundings, Actors* actors);  // behaviour_temperature.cpp
+void addPositionActors(const Surroundings& surroundings, Actors* actors);     // behaviour_position.cpp
+void addSettingActors(const Surroundings& surroundings, Actors* actors);      // behaviour_settings.cpp
+void addGuardActors(const Surroundings& surroundings, Actors* actors);        // behaviour_guard.cpp
+// With the commands, the charge that moves by itself.
+void addPowerActors(const Surroundings& surroundings, Actors* actors); // behaviour_power.cpp
+void addMovers(const Surroundings& surroundings, Actors* actors);      // behaviour_movers.cpp
 
 } // namespace sim
 

@@ -65,11 +65,13 @@ protected:
             std::string problem = parse(words, &alert);
             return problem.empty() ? add(alert) : problem;
         }
-        if (words[0] != "clear" || words.size() > 2)
-            return "add ID SEVERITY [TEXT], or clear [ID]";
-        if (words.size() == 2 && !parseId(words[1], &alert.id))
+        if (words[0] != "clear" || words.size() > 3)
+            return "add ID SEVERITY [FIELD=N ...] [TEXT], or clear [ID [sub_id=N]]";
+        if (words.size() > 1 && !parseId(words[1], &alert.id))
             return "an id is a number, as 0x10205, not " + words[1];
-        return clear(words.size() == 1, alert.id);
+        if (words.size() > 2 && (words[2].compare(0, 7, "sub_id=") != 0 || !parseField(words[2], &alert)))
+            return "a sub-id is told as sub_id=2, not " + words[2];
+        return clear(static_cast<int>(words.size()), alert);
     }
 
 private:
@@ -148,11 +150,15 @@ private:
         const Value* value = terminal.database.find(LogPrefix + std::to_string(slot) + ".identifier");
         return value && value->isInt() && value->toInt() == id;
     }
-    std::string clear(bool all, int32_t id)
+    // By so many words: all, those of the id, the one with the sub-id too.
+    std::string clear(int words, const Alert& alert)
     {
         std::vector<Write> writes;
+        bool all = words == 1;
         for (int slot = 0; slot < MaxEntries; slot++) {
-            if (!all && !holds(slot, id))
+            if (!all && !holds(slot, alert.id))
+                continue;
+            if (words == 3 && terminal.number(LogPrefix + std::to_string(slot) + ".sub_id", 0) != alert.subId)
                 continue;
             for (const std::string& key :
                  terminal.database.keysWithPrefix(LogPrefix + std::to_string(slot) + "."))

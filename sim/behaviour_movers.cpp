@@ -1,8 +1,10 @@
-// Values that move by themselves, so that a display on a desk visibly lives: signal, battery, position.
+// Values that move by themselves, so that a display on a desk visibly lives: signal and position. (The charge
+// of the batteries is in behaviour_power.cpp.)
 #include "sim/behaviour.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <random>
 
 namespace sim {
@@ -25,8 +27,12 @@ public:
     // The display asks for an interval, or with 0 for none at all while nobody looks at it.
     void onChange(const std::string& key) override
     {
-        if (key == Interval)
+        if (key == Interval) {
             schedule();
+        } else if (key == UpdateNow && terminal.number(UpdateNow, 0) != 0) {
+            move();
+            terminal.set(UpdateNow, 0); // so that the next wish is a change
+        }
     }
 
 private:
@@ -35,6 +41,7 @@ private:
     static constexpr int32_t Step = 12;
     static constexpr int32_t AroundLevel = 10;
     static constexpr const char* Interval = "ram.status.signal_strength.update_interval";
+    static constexpr const char* UpdateNow = "ram.status.signal_strength.update_now";
     static constexpr const char* Strength = "ram.status.signal_strength";
     static constexpr const char* Norm = "ram.status.signal_strength_norm";
 
@@ -49,6 +56,8 @@ private:
     }
     void move()
     {
+        if (terminal.text("rmcfg.sys.status.mode") == "stopped")
+            return; // nobody receives anything
         int32_t level = terminal.number(SignalLevelKey, -1);
         int32_t low = level < 0 ? Lowest : level < Lowest ? 0 : std::max(Lowest, level - AroundLevel);
         int32_t high = level < 0 ? Highest : level < Lowest ? level : level + AroundLevel;
@@ -62,44 +71,6 @@ private:
     std::minstd_rand random{1}; // the same walk in every run
 };
 
-// The first battery discharges percent by percent down to a fifth, charges up again, and so on. With external
-// supply it charges and stays full.
-class BatteryMover : public Actor {
-public:
-    explicit BatteryMover(const Surroundings& surroundings) : Actor(surroundings), timer(surroundings.loop) {}
-
-    void start() override
-    {
-        timer.every(terminal.scaled(Period), [this] { move(); });
-    }
-
-private:
-    static constexpr uint32_t Period = 5000; // ms for a percent
-    static constexpr int32_t Lowest = 20;
-    static constexpr int Number = 1;
-    void move()
-    {
-        const std::string battery = "ram.status.battery." + std::to_string(Number) + ".";
-        if (terminal.number(battery + "status", -1) != 0)
-            return;
-        int32_t percent = terminal.number(battery + "relative_state_of_charge", 100);
-        int32_t state = terminal.number(battery + "charge_discharge_status", Discharging);
-        bool supplied = terminal.number("ram.status.psumcu.events.external_supply", 0) != 0;
-
-        if (supplied)
-            state = percent < 100 ? Charging : ChargeIdle;
-        else if (percent <= Lowest)
-            state = Charging;
-        else if (percent >= 100 || state != Charging)
-            state = Discharging;
-        percent = bounded(percent + (state == Charging ? 1 : state == Discharging ? -1 : 0), 0, 100);
-
-        terminal.database.apply(batteryWrites(Number, percent, state));
-    }
-
-    Timer timer;
-};
-
 // The position drifts by some metres around where it was at the start, and satellites come and go.
 class PositionMover : public Actor {
 public:
@@ -109,20 +80,36 @@ public:
 
     void start() override
     {
-        for (size_t at = 0; at < Keys.size(); at++)
-            home[at] = terminal.number(Keys[at], 0);
+        goHome();
         timer.every(terminal.scaled(Period), [this] { move(); });
+    }
+    // Somebody has carried it elsewhere.
+    void onChange(const std::string& key) override
+    {
+        for (size_t at = 0; at < Keys.size(); at++) {
+            if (key == Keys[at] && std::abs(terminal.number(key, home[at]) - home[at]) > Drift)
+                goHome();
+        }
     }
 
 private:
     static constexpr uint32_t Period = 3000; // ms
     static constexpr int32_t Drift = 30;     // hundred-thousandths of a degree, some 30 m
+    static constexpr int32_t All = 5;        // so many satellites when the fix stands; before, they come in
     static constexpr std::array<const char*, 2> Keys{"ram.status.position.latitude",
                                                      "ram.status.position.longitude"};
     static constexpr const char* Satellites = "ram.status.position.satellites";
+    static constexpr const char* Fix = "ram.status.position.fix";
 
+    void goHome()
+    {
+        for (size_t at = 0; at < Keys.size(); at++)
+            home[at] = terminal.number(Keys[at], 0);
+    }
     void move()
     {
+        if (terminal.number(Fix, 3) != 3 || terminal.number(Satellites, All) < All)
+            return;
         std::uniform_int_distribution<int32_t> step(-5, 5);
         std::vector<Write> writes;
         for (size_t at = 0; at < Keys.size(); at++) {
@@ -130,7 +117,7 @@ private:
             writes.push_back({Keys[at], Value::integer(bounded(value, home[at] - Drift, home[at] + Drift))});
         }
         std::uniform_int_distribution<int32_t> change(-1, 1);
-        int32_t satellites = bounded(terminal.number(Satellites, 8) + change(random), 5, 11);
+        int32_t satellites = bounded(terminal.number(Satellites, 8) + change(random), All, 11);
         writes.push_back({Satellites, Value::integer(satellites)});
         terminal.database.apply(writes);
     }
@@ -151,22 +138,9 @@ int32_t signalBars(int32_t strength)
                : std::min(Bars, (strength - LowestSignal) * (Bars + 1) / (All - LowestSignal + 1));
 }
 
-std::vector<Write> batteryWrites(int battery, int32_t percent, int32_t chargeState)
-{
-    constexpr int32_t MinutesPerPercent = 3;
-    const std::string prefix = "ram.status.battery." + std::to_string(battery) + ".";
-    int32_t toEmpty = chargeState == Discharging ? percent * MinutesPerPercent : 0;
-    int32_t toFull = chargeState == Charging ? (100 - percent) * MinutesPerPercent : 0;
-    return {{prefix + "relative_state_of_charge", Value::integer(percent)},
-            {prefix + "charge_discharge_status", Value::integer(chargeState)},
-            {prefix + "average_time_to_empty", Value::integer(toEmpty)},
-            {prefix + "average_time_to_full", Value::integer(toFull)}};
-}
-
 void addMovers(const Surroundings& surroundings, Actors* actors)
 {
     actors->push_back(std::make_unique<SignalMover>(surroundings));
-    actors->push_back(std::make_unique<BatteryMover>(surroundings));
     actors->push_back(std::make_unique<PositionMover>(surroundings));
 }
 

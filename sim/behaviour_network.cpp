@@ -3,6 +3,7 @@
 //
 // It acts on "activated" alone: 1 starts what the records tell at that moment, 0 ends it. What does not come
 // up, or is lost, is told by its cause, and "activated" goes back to 0, so that the next start is a change.
+#include "sim/behaviour_causes.h"
 #include "sim/command_actor.h"
 
 #include <algorithm>
@@ -19,6 +20,10 @@ const char Reason[] = "ram.status.ongoing_data_sessions.0.reason";
 const char SessionPrefix[] = "ram.status.ongoing_data_sessions.0.";
 const char SessionStatus[] = "ram.status.ongoing_data_sessions.0.status";
 const char SessionAmount[] = "ram.status.ongoing_data_sessions.0.bytes_in_out_kb";
+const char SingleUser[] = "ram.net.single_user_mode";
+const char LanState[] = "ram.status.interfaces.lan.enabled";
+const char PinStatus[] = "rmcfg.platform.usim.pin.status";
+const char RegistrationState[] = "rmcfg.protocols.bgan.status.state";
 const char PsStatus[] = "rmcfg.protocols.umts.ps.status";
 const char WanActive[] = "ram.wan.active";
 const char ExtendedStatus[] = "ram.status.ext_system";
@@ -35,19 +40,6 @@ constexpr int32_t UserDefinedApn = 2;
 constexpr uint32_t ConnectDelay = 2500; // ms
 constexpr uint32_t CloseDelay = 500;    // ms
 constexpr uint32_t AmountPeriod = 1000; // ms
-
-// Causes of the network that the manager finds by itself.
-enum Cause : int32_t {
-    CauseConnectionFailed = 3,
-    CauseConnectionLost = 4,
-    CauseInsufficientResources = 0x1000001a,
-    CauseMissingApn = 0x1000001b,
-    CauseFilterSemantics = 0x1000002c,
-    CauseFilterSyntax = 0x1000002d,
-    CauseContextWithoutFilterExists = 0x1000002e,
-    CauseAttachTimeout = 0x10040002,
-    CausePowerDown = 0x10040102,
-};
 
 struct Context {
     int index;
@@ -78,7 +70,11 @@ public:
         else if (key == ExtendedStatus && isSessionUp() && isGoingDown())
             end(CausePowerDown);
         else if ((key == PsStatus || key == WanActive) && state == State::Running && !isOnline())
-            end(isGoingDown() ? CausePowerDown : CauseConnectionLost);
+            end(isGoingDown() ? CausePowerDown : terminal.number(RejectCauseKey, CauseConnectionLost));
+        else if (key == TemperatureStageKey && isSessionUp() && isTooHot())
+            end(CauseConnectionFailed);
+        else if (key == LanState && isSessionUp() && isAutomatic() && terminal.number(LanState, 1) != 1)
+            end(CauseLanDisconnected);
         else if (key == SessionStatus && !terminal.database.find(SessionStatus))
             forget();
     }
@@ -86,13 +82,13 @@ public:
 protected:
     std::string carryOut(const Words& words) override
     {
-        int64_t cause = 0;
-        if (words.size() != 1 || (words[0] != "off" && !parseNumber(words[0], 1, INT32_MAX, &cause)))
-            return "a cause above 0, as 0x1000001d, or off";
+        int32_t cause = 0;
+        if (joined(words, 0) != "off" && !parseCause(joined(words, 0), &cause))
+            return "a cause above 0, as 0x1000001d, its name, or off";
         if (cause != 0 && isSessionUp())
-            end(static_cast<int32_t>(cause));
+            end(cause);
         else
-            nextCause = static_cast<int32_t>(cause);
+            nextCause = cause;
         return "";
     }
 
@@ -101,6 +97,9 @@ private:
 
     bool isSessionUp() const { return state == State::Connecting || state == State::Running; }
     bool isGoingDown() const { return terminal.number(ExtendedStatus, NormalOperation) < NormalOperation; }
+    bool isTooHot() const { return terminal.number(TemperatureStageKey, StageNormal) >= StageConnections; }
+    // Started by the terminal itself.
+    bool isAutomatic() const { return record("ram.net.pdp_contexts.0.", 0, "entry_owner", 0) == 1; }
     bool isOnline() const
     {
         int32_t wan = terminal.number(WanActive, 0);
@@ -132,6 +131,8 @@ private:
     {
         std::vector<Context> contexts = readContexts();
         int32_t cause = nextCause != 0 ? nextCause : refusal(contexts);
+        if (nextCause == 0 && cause != 0 && isAutomatic())
+            cause = CauseAutomaticFailed;
         nextCause = 0;
         if (cause != 0) {
             end(cause);
@@ -224,8 +225,8 @@ private:
     // Why the network does not take them; 0 if it does.
     int32_t refusal(const std::vector<Context>& contexts) const
     {
-        if (!isOnline())
-            return CauseAttachTimeout;
+        if (int32_t cause = networkRefusal())
+            return cause;
         if (std::count_if(contexts.begin(), contexts.end(),
                           [](const Context& context) { return !context.isSecondary; }) != 1)
             return CauseConnectionFailed;
@@ -241,6 +242,21 @@ private:
                 return CauseInsufficientResources;
         }
         return 0;
+    }
+    // Whether there is a network that would carry anything at all.
+    int32_t networkRefusal() const
+    {
+        if (isTooHot() || terminal.number(SingleUser, 0) == 1 || isSlave())
+            return CauseConnectionFailed;
+        if (terminal.text(PinStatus) == "Needed")
+            return CauseMissingPin;
+        if (terminal.text(PsStatus) == "Attached rejected")
+            return terminal.number(RejectCauseKey, CauseAttachRejected);
+        if (terminal.text(PsStatus) == "Blocked")
+            return CauseDomainBlocked;
+        if (!isOnline())
+            return CauseAttachTimeout;
+        return terminal.text(RegistrationState) == "Deregistered" ? CauseDeregistered : 0;
     }
     int32_t filterRefusal(const std::vector<Context>& contexts) const
     {
@@ -262,6 +278,12 @@ private:
             }
         }
         return 0;
+    }
+    // Another terminal decides what this one carries.
+    bool isSlave() const
+    {
+        return terminal.number("cfg.bonding.enabled", 0) == 1 &&
+               terminal.number("ram.net.eth0.dhcp_client_mode", 0) == 1;
     }
     bool isBonded() const
     {

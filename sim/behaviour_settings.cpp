@@ -1,5 +1,5 @@
-// What the person at the desk sets by a word: modem, active link, bonding, external control, batteries.
-// Nothing follows from them but what the display makes of them.
+// What the person at the desk sets by a word: modem, active link, bonding, external control. And the router,
+// which follows the modem and what the user selects on the web.
 #include "sim/command_actor.h"
 
 namespace sim {
@@ -21,6 +21,7 @@ const char BondingEnabled[] = "cfg.bonding.enabled";
 const char DhcpClient[] = "ram.net.eth0.dhcp_client_mode";
 const char Service896[] = "ram.bonding.status.service.0.cnt";
 const char Service896And64[] = "ram.bonding.status.service.1.cnt";
+const char ExtendedStatus[] = "ram.status.ext_system";
 const char SingleUser[] = "ram.net.single_user_mode";
 
 const Setting Settings[] = {
@@ -35,6 +36,8 @@ const Setting Settings[] = {
     {"wan", "satellite", {{WanActive, 1}}},
     {"wan", "modem", {{WanActive, 2}}},
     {"wan", "both", {{WanActive, 3}}},
+    {"wan", "select satellite", {{WanSelection, 1}}},
+    {"wan", "select modem", {{WanSelection, 2}}},
     // The services of both terminals add up.
     {"bonding", "master", {{BondingEnabled, 1}, {DhcpClient, 0}, {Service896, 2}, {Service896And64, 2}}},
     {"bonding", "alone", {{BondingEnabled, 1}, {DhcpClient, 0}, {Service896, 1}, {Service896And64, 1}}},
@@ -42,8 +45,6 @@ const Setting Settings[] = {
     {"bonding", "off", {{BondingEnabled, 0}, {DhcpClient, 0}, {Service896, 1}, {Service896And64, 1}}},
     {"at", "on", {{SingleUser, 1}}},
     {"at", "off", {{SingleUser, 0}}},
-    {"dhcp", "on", {{DhcpClient, 1}}},
-    {"dhcp", "off", {{DhcpClient, 0}}},
 };
 
 class SettingActor : public CommandActor {
@@ -82,111 +83,60 @@ private:
     std::string name;
 };
 
-const char ExternalSupply[] = "ram.status.psumcu.events.external_supply";
-enum { BatteryPresent = 0, BatteryAbsent = -1, BatteryInError = -2 };
-
-struct BatteryWord {
-    const char* word;
-    int32_t value;
-};
-const BatteryWord BatteryStates[] = {
-    {"present", BatteryPresent}, {"absent", BatteryAbsent}, {"error", BatteryInError}};
-const BatteryWord ChargeStates[] = {
-    {"idle", ChargeIdle}, {"charging", Charging}, {"discharging", Discharging}, {"precharging", Precharging}};
-
-class BatteryActor : public CommandActor {
+// The router's choice of the link, a moment after what it depends on has changed. (A command above sets all
+// of it at once, and nothing is left to do.)
+class LinkActor : public Actor {
 public:
-    explicit BatteryActor(const Surroundings& surroundings) : CommandActor(surroundings, "battery") {}
+    explicit LinkActor(const Surroundings& surroundings) : Actor(surroundings), timer(surroundings.loop) {}
 
-protected:
-    std::string carryOut(const Words& words) override
+    void onChange(const std::string& key) override
     {
-        if (words[0] == "supply")
-            return words.size() == 2 && (words[1] == "on" || words[1] == "off") ? supply(words[1] == "on")
-                                                                                : "supply on, or supply off";
-        bool isNumbered = words.size() == 2 && (words[0] == "1" || words[0] == "2");
-        if (words.size() != 1 && !isNumbered)
-            return "a battery, 1 or 2, and one word";
-        return change(isNumbered && words[0] == "2" ? 2 : 1, words.back());
+        if (key == WanActive) {
+            timer.stop();
+        } else if (key == WanSelection) {
+            int32_t selection = terminal.number(WanSelection, -1);
+            if (selection == SelectSatellite || selection == SelectModem)
+                terminal.set(ModemActivate, selection == SelectModem);
+            follow();
+        } else if (key == ModemPresent || key == ModemActivate) {
+            follow();
+        }
     }
 
 private:
-    static std::string key(int battery, const char* field)
+    static constexpr uint32_t Delay = 3000; // ms
+    enum { SelectSatellite = 1, SelectModem = 2 };
+    enum { None = 0, Satellite = 1, Modem = 2, Both = 3 };
+    enum { UserSelection = 1 };
+    enum { NormalOperation = 10 };
+
+    void follow()
     {
-        return "ram.status.battery." + std::to_string(battery) + "." + field;
+        timer.stop();
+        int32_t active = terminal.number(WanActive, None);
+        if (terminal.number(ExtendedStatus, 0) < NormalOperation || link() == active)
+            return;
+        timer.once(terminal.scaled(Delay), [this] { terminal.set(WanActive, link()); });
     }
-    int32_t percentOf(int battery) const
+    int32_t link() const
     {
-        return terminal.number(key(battery, "relative_state_of_charge"), 0);
-    }
-    int32_t restingState(int32_t percent) const
-    {
-        if (terminal.number(ExternalSupply, 0) == 0)
-            return Discharging;
-        return percent < 100 ? Charging : ChargeIdle;
-    }
-    bool isPresent(int battery) const
-    {
-        return terminal.number(key(battery, "status"), BatteryAbsent) == BatteryPresent;
+        if (terminal.number(ModemActivate, 0) == 1)
+            return terminal.number(ModemPresent, 0) == 1 ? Modem : None;
+        bool mustChoose = terminal.number(WanSelection, -1) != SelectSatellite &&
+                          terminal.number(StartupWan, -1) == UserSelection;
+        return mustChoose ? None : Satellite;
     }
 
-    std::string change(int battery, const std::string& word)
-    {
-        for (const BatteryWord& state : BatteryStates) {
-            if (word == state.word) {
-                setStatus(battery, state.value);
-                return "";
-            }
-        }
-        if (!isPresent(battery))
-            return "battery " + std::to_string(battery) + " is not there";
-        int32_t charge = terminal.number(key(battery, "charge_discharge_status"), Discharging);
-        int64_t percent = percentOf(battery);
-        bool isKnown = parseNumber(word, 0, 100, &percent);
-        for (const BatteryWord& state : ChargeStates) {
-            if (word == state.word) {
-                charge = state.value;
-                isKnown = true;
-            }
-        }
-        if (!isKnown)
-            return "a percentage from 0 to 100 or a state, not " + word;
-        terminal.database.apply(batteryWrites(battery, static_cast<int32_t>(percent), charge));
-        return "";
-    }
-    // A battery that is not there has no values but its status.
-    void setStatus(int battery, int32_t status)
-    {
-        constexpr int32_t NewPercent = 60;
-        constexpr int32_t NewTemperature = 25;
-        if (status == BatteryPresent && isPresent(battery))
-            return;
-        bool present = status == BatteryPresent;
-        std::vector<Write> writes = present ? batteryWrites(battery, NewPercent, restingState(NewPercent))
-                                            : batteryWrites(battery, 0, -1);
-        writes.push_back({key(battery, "temperature"), Value::integer(present ? NewTemperature : 0)});
-        writes.push_back({key(battery, "status"), Value::integer(status)});
-        terminal.database.apply(writes);
-    }
-    std::string supply(bool on)
-    {
-        terminal.set(ExternalSupply, on);
-        for (int battery : {1, 2}) {
-            if (isPresent(battery))
-                terminal.database.apply(
-                    batteryWrites(battery, percentOf(battery), restingState(percentOf(battery))));
-        }
-        return "";
-    }
+    Timer timer;
 };
 
 } // namespace
 
 void addSettingActors(const Surroundings& surroundings, Actors* actors)
 {
-    for (const char* name : {"modem", "wan", "bonding", "at", "dhcp"})
+    for (const char* name : {"modem", "wan", "bonding", "at"})
         actors->push_back(std::make_unique<SettingActor>(surroundings, name));
-    actors->push_back(std::make_unique<BatteryActor>(surroundings));
+    actors->push_back(std::make_unique<LinkActor>(surroundings));
 }
 
 } // namespace sim

@@ -20,7 +20,12 @@ constexpr uint32_t ReadDelay = 1000; // ms until a card has been read
 // to a second late.
 constexpr uint32_t CheckDelay = 400; // ms
 constexpr int32_t Tries = 3;
+constexpr int32_t PukTries = 10;
 
+bool isPuk(const std::string& text)
+{
+    return text.size() == 8 && text.find_first_not_of("0123456789") == std::string::npos;
+}
 bool isPin(const std::string& text)
 {
     return text.size() >= 4 && text.size() <= 8 && text.find_first_not_of("0123456789") == std::string::npos;
@@ -54,6 +59,8 @@ protected:
     std::string carryOut(const Words& words) override
     {
         const std::string& word = words[0];
+        if (word == "puk")
+            return enterPuk(words);
         if (words.size() > (word == "pin" ? 2u : 1u))
             return "too many words";
         if (word == "insert" || word == "remove")
@@ -87,6 +94,26 @@ protected:
 
 private:
     enum class Fault { None, Locked, Rejected };
+
+    // As on the web: the display has no page for it.
+    std::string enterPuk(const Words& words)
+    {
+        if (words.size() != 3 || !isPuk(words[1]) || !isPin(words[2]))
+            return "a PUK of 8 digits and a new PIN of 4 to 8";
+        if (!isOperating() || terminal.text(PinStatus) != "Blocked")
+            return "the card asks for no PUK";
+        if (words[1] != puk) {
+            if (--pukRetries == 0) // for good
+                set(Fault::Rejected, asksForPin, 0);
+            return "the PUK is wrong, " + std::to_string(pukRetries) + " tries left";
+        }
+        pukRetries = PukTries;
+        code = words[2];
+        set(Fault::None, asksForPin, Tries);
+        wasEntered = true;
+        show();
+        return "";
+    }
 
     bool isOperating() const { return terminal.text(Mode) == "operating"; }
 
@@ -178,7 +205,7 @@ private:
             return;
         std::string pin = value->toText();
         terminal.database.apply({{EnteredPin, Value()}});
-        if (isAsking())
+        if (isAsking() && isPin(pin)) // no other is handed to the card, and no try is lost
             checkTimer.once(terminal.scaled(CheckDelay), [this, pin] { check(pin); });
     }
     void check(const std::string& pin)
@@ -202,6 +229,8 @@ private:
     Fault fault = Fault::None;
     int32_t retries = Tries;
     std::string code = "1234";
+    const std::string puk = "12345678";
+    int32_t pukRetries = PukTries;
 };
 
 } // namespace

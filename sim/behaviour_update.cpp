@@ -25,6 +25,8 @@ constexpr int32_t LastEvent = 0x10317;
 constexpr uint32_t StepPeriod = 500; // ms
 constexpr int32_t StepPercent = 5;
 constexpr int32_t FailPercent = 40;
+constexpr int32_t LowestPercent = 30; // of the batteries, without external supply
+enum Result { RejectedBatteryLow = 4, RolledBack = 9 };
 
 class UpdateActor : public CommandActor {
 public:
@@ -44,7 +46,10 @@ public:
     {
         CommandActor::onChange(key);
         if (key == Active && terminal.number(Active, NotActive) == NotActive)
-            timer.stop(); // somebody has put an end to it
+            endQuietly(); // somebody has put an end to it
+        if (key == ExtendedStatus && active == Terminal && timer.isRunning() &&
+            terminal.number(ExtendedStatus, Updating) != Updating)
+            finish(RolledBack); // the power was gone
         if (key == Error && terminal.number(Error, 0) == 0 && told != 0) {
             command("alert", "clear " + std::to_string(EventBase + told));
             told = 0;
@@ -64,6 +69,8 @@ protected:
         }
         if ((word == "cancel") != timer.isRunning())
             return timer.isRunning() ? "an update runs already" : "no update runs";
+        if (word != "cancel" && terminal.number(ExtendedStatus, NormalOperation) < NormalOperation)
+            return "the system is not up";
         if (word == "cancel")
             finish(0);
         else
@@ -73,14 +80,22 @@ protected:
     }
 
 private:
-    void command(const char* actor, const std::string& text)
+    void command(const char* actor, const std::string& text) { giveCommand(terminal, actor, text); }
+    void endQuietly()
     {
-        terminal.database.apply({{CommandPrefix + std::string(actor), Value::text(text)}});
+        if (!timer.isRunning())
+            return;
+        timer.stop();
+        command("alert", "clear " + std::to_string(EventBase));
     }
     void begin(int32_t what, int32_t newResult)
     {
         active = what;
-        result = newResult;
+        result = isTooLow() ? RejectedBatteryLow : newResult;
+        if (isTooLow()) {
+            finish(result);
+            return;
+        }
         timer.every(terminal.scaled(StepPeriod), [this] { advance(); });
         std::vector<Write> writes = {{Active, Value::integer(what)},
                                      {Progress, Value::integer(0)},
@@ -92,6 +107,22 @@ private:
             writes.push_back({Mode, Value::text("stopped")});
         }
         terminal.database.apply(writes);
+        command("alert", "add " + std::to_string(EventBase) + " warning");
+    }
+    // An update that runs out of power leaves a terminal that does not start.
+    bool isTooLow() const
+    {
+        if (terminal.number("ram.status.psumcu.events.external_supply", 0) != 0)
+            return false;
+        int32_t sum = 0, count = 0;
+        for (const char* battery : {"1", "2"}) {
+            const std::string prefix = "ram.status.battery." + std::string(battery) + ".";
+            if (terminal.number(prefix + "status", -1) != 0)
+                continue;
+            sum += terminal.number(prefix + "relative_state_of_charge", 0);
+            count++;
+        }
+        return sum < LowestPercent * count;
     }
     void advance()
     {
@@ -106,13 +137,16 @@ private:
     }
     void finish(int32_t outcome, bool restarts = false)
     {
+        if (timer.isRunning())
+            command("alert", "clear " + std::to_string(EventBase));
         timer.stop();
         std::vector<Write> writes = {{Active, Value::integer(NotActive)},
                                      {Progress, Value::integer(0)},
                                      {Error, Value::integer(outcome)},
                                      {UploadResult, Value::integer(outcome)},
                                      {UploadState, Value::integer(outcome ? UploadDone : UploadIdle)}};
-        if (active == Terminal && !restarts) {
+        bool wasTaken = terminal.number(ExtendedStatus, NormalOperation) == Updating;
+        if (active == Terminal && !restarts && wasTaken) {
             writes.push_back({ExtendedStatus, Value::integer(NormalOperation)});
             writes.push_back({Mode, Value::text("operating")});
         }

@@ -43,6 +43,10 @@ private:
     std::string command;
 };
 
+// Gives a command to another process, as a person would, without touching what stands in CommandError.
+// Returns why it was refused, or an empty text.
+std::string giveCommand(const Surroundings& surroundings, const std::string& name, const std::string& words);
+
 // A number in decimal, or hexadecimal after 0x; false if it is none or lies outside.
 bool parseNumber(const std::string& text, int64_t low, int64_t high, int64_t* number);
 // The words from one on, with single blanks between them.

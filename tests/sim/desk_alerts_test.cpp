@@ -107,6 +107,16 @@ TEST_F(AlertsTest, ClearTakesEverySubIdOfTheId)
     EXPECT_EQ(command("alert", "clear"), "") << "an empty log is clear";
 }
 
+TEST_F(AlertsTest, ClearCanTakeOneSubId)
+{
+    EXPECT_EQ(command("alert", "add 1 info sub_id=1"), "");
+    EXPECT_EQ(command("alert", "add 1 info sub_id=2"), "");
+    EXPECT_EQ(command("alert", "clear 1 sub_id=1"), "");
+    EXPECT_FALSE(field(0, "identifier"));
+    EXPECT_EQ(field(1, "sub_id"), 2);
+    EXPECT_EQ(command("alert", "clear 1 sub_id=1"), "alert: no such alert");
+}
+
 TEST_F(AlertsTest, AlertComesInOneChange)
 {
     RawClient watcher(terminal.address());
@@ -141,8 +151,10 @@ TEST_F(AlertsTest, BadAlertsAreRefused)
         {"add x info", "an id is a number, as 0x10205, not x"},
         {"add 5 bad", "a severity is info, warning, error or fatal, not bad"},
         {"clear x", "an id is a number, as 0x10205, not x"},
-        {"clear 1 2", "add ID SEVERITY [TEXT], or clear [ID]"},
-        {"show", "add ID SEVERITY [TEXT], or clear [ID]"},
+        {"clear 1 2", "a sub-id is told as sub_id=2, not 2"},
+        {"clear 1 sub_id=x", "a sub-id is told as sub_id=2, not sub_id=x"},
+        {"clear 1 sub_id=1 2", "add ID SEVERITY [FIELD=N ...] [TEXT], or clear [ID [sub_id=N]]"},
+        {"show", "add ID SEVERITY [FIELD=N ...] [TEXT], or clear [ID [sub_id=N]]"},
     };
     for (const auto& [text, reason] : bad)
         EXPECT_EQ(command("alert", text), std::string("alert: ") + reason) << text;
@@ -215,6 +227,9 @@ TEST_F(UpdateTest, NextUpdateTakesTheOldResultBack)
     EXPECT_EQ(command("update", "fail 0x10309"), "");
     EXPECT_TRUE(becomes(Log + "0.identifier", 0x10309));
     EXPECT_EQ(command("update", "antenna"), "");
+    EXPECT_EQ(field(0, "identifier"), 0x10300) << "an update runs";
+    EXPECT_FALSE(field(1, "identifier"));
+    EXPECT_TRUE(becomes(Active, 0));
     EXPECT_EQ(keys(), 0u);
 }
 
