@@ -50,13 +50,19 @@ int connectTo(const QString& path)
     return -1;
 }
 
+// A splash screen would swallow the key.
+bool takesKeys(const QWindow* window)
+{
+    return window && window->isVisible() && window->type() != Qt::SplashScreen;
+}
+
 QWindow* receiver()
 {
-    if (QWindow* const window = QGuiApplication::focusWindow())
-        return window;
+    if (takesKeys(QGuiApplication::focusWindow()))
+        return QGuiApplication::focusWindow();
     const QWindowList windows = QGuiApplication::topLevelWindows();
     for (QWindow* const window : windows) {
-        if (window->isVisible())
+        if (takesKeys(window))
             return window;
     }
     return nullptr;

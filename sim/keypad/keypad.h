@@ -1,6 +1,6 @@
 // The keypad's driver on a desk, inside the display: takes the names of keys from a Unix socket, one a line,
-// and delivers each as press and release to the window that has the focus, or to the visible one if none has.
-// What it answers, a line for each line, in their order:
+// and delivers each as press and release to the window that has the focus, or to the visible one if none has;
+// a splash screen counts as none. What it answers, a line for each line, in their order:
 //   done NAME     the display has handled the key
 //   hidden NAME   there is no window that could take it
 //   unknown       the line is not the name of a key
