@@ -139,6 +139,9 @@ private:
     std::vector<std::string> seen; // and now
 };
 
+// The result in lines for people.
+std::vector<std::string> replayReport(const Replay::Result& result);
+
 // A message of a client that changes something, as text to compare; empty for any other.
 std::string clientWrite(uint8_t type, std::string_view name, std::string_view data);
 // Compares what was written with what was to be.

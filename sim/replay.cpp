@@ -88,6 +88,17 @@ Replay::Result compareWrites(const std::vector<std::string>& expected, const std
     return result;
 }
 
+std::vector<std::string> replayReport(const Replay::Result& result)
+{
+    std::vector<std::string> lines;
+    lines.push_back(std::to_string(result.cameAgain) + " of " + std::to_string(result.expected) +
+                    " writes of clients came again, and " + std::to_string(result.others) + " others" +
+                    (result.compared ? "" : " (too many differ to compare them all)"));
+    if (!result.firstMissing.empty())
+        lines.push_back("the first that did not: " + result.firstMissing);
+    return lines;
+}
+
 // --- The run
 
 Replay::Replay(Terminal& terminal, Recording recorded, uint32_t speed,
