@@ -48,6 +48,18 @@ bool takeSpeed(CommandLine* line, const char* argument, std::string* error)
     return true;
 }
 
+bool takePatience(CommandLine* line, const char* argument, std::string* error)
+{
+    char* end = nullptr;
+    long patience = strtol(argument, &end, 10);
+    if (*end != '\0' || patience < 1 || patience > 100) {
+        *error = std::string("--patience takes a number from 1 to 100, not ") + argument;
+        return false;
+    }
+    line->patience = static_cast<uint32_t>(patience);
+    return true;
+}
+
 bool takeSocket(CommandLine* line, const char* argument, std::string* error)
 {
     line->socket = argument;
@@ -117,6 +129,33 @@ const std::vector<CommandLineOption> Options = {
          line->syslogLibrary = argument;
          return true;
      }},
+    {"--record", "FILE", "record what the bus carries, from the start on",
+     [](CommandLine* line, const char* argument, std::string*) {
+         line->record = argument;
+         return true;
+     }},
+    {"--replay", "FILE", "give a recording again instead of reacting, and tell what differed",
+     [](CommandLine* line, const char* argument, std::string*) {
+         line->replay = argument;
+         return true;
+     }},
+    {"--scenario", "FILE", "run these console commands, and end with status 0 or, if one fails, 1",
+     [](CommandLine* line, const char* argument, std::string*) {
+         line->scenario = argument;
+         return true;
+     }},
+    {"--pictures", "DIR", "where its pictures go, numbered in their order (default: nowhere)",
+     [](CommandLine* line, const char* argument, std::string*) {
+         line->pictures = argument;
+         return true;
+     }},
+    {"--stay", nullptr, "go on when it is over",
+     [](CommandLine* line, const char*, std::string*) {
+         line->stay = true;
+         return true;
+     }},
+    {"--patience", "N", "let it wait N times longer for what it expects, 1 to 100: for a busy machine",
+     takePatience},
     {"--quiet", nullptr, "print errors only",
      [](CommandLine* line, const char*, std::string*) {
          line->quiet = true;
@@ -180,6 +219,10 @@ bool parseCommandLine(int argc, char** argv, CommandLine* line, std::string* err
         line->command.push_back(argv[at]);
     if (line->display.empty() && !line->displayArguments.empty()) {
         *error = "--display-argument without --display";
+        return false;
+    }
+    if (line->scenario.empty() && (line->stay || !line->pictures.empty())) {
+        *error = line->stay ? "--stay without --scenario" : "--pictures without --scenario";
         return false;
     }
     return true;

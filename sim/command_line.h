@@ -32,6 +32,12 @@ struct CommandLine {
     std::string displayLog;           // empty: kept as long as this runs
     std::string keypad;               // where its keypad's plugin lies; empty: beside this program, if there
     std::string syslogLibrary;        // that is loaded into it; the same
+    std::string record;               // file to record to; empty: none
+    std::string replay;               // recording to give again; empty: none
+    std::string scenario;             // file to run; empty: none
+    std::string pictures;             // directory for the pictures of commands; empty: none
+    bool stay = false;                // go on when the scenario is over
+    uint32_t patience = 1;            // how many times longer "expect" waits than it is told
     std::vector<std::string> command; // with its arguments; empty: run the terminal
 };
 

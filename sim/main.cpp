@@ -7,7 +7,10 @@
 #include "sim/console/socket_client.h"
 #include "sim/console/stdin_console.h"
 #include "sim/console/trace.h"
+#include "sim/console/witness.h"
 #include "sim/display/display.h"
+#include "sim/recording.h"
+#include "sim/scenario/scenario.h"
 
 #include "runtime/fdloop.h"
 
@@ -40,7 +43,8 @@ bool wantsConsole(const sim::CommandLine& line)
 {
     using ConsoleMode = sim::CommandLine::ConsoleMode;
     return line.console == ConsoleMode::Always ||
-           (line.console == ConsoleMode::Automatic && sim::StdinConsole::isOnTerminal());
+           (line.console == ConsoleMode::Automatic && (line.scenario.empty() || line.stay) &&
+            sim::StdinConsole::isOnTerminal());
 }
 
 // What lies beside this program; empty if it is not there.
@@ -61,17 +65,41 @@ std::unique_ptr<sim::Display> makeDisplay(const sim::CommandLine& line, sim::Ter
     sim::Display::Options options;
     options.command = {line.display};
     options.command.insert(options.command.end(), line.displayArguments.begin(), line.displayArguments.end());
+    if (!line.scenario.empty())
+        options.command.push_back("logQtDebug"); // a scenario expects what the log tells
     options.busAddress = terminal.address();
     options.logFile = line.displayLog;
     options.keypadDirectory = line.keypad.empty() ? besideProgram("plugins") : line.keypad;
     options.syslogLibrary =
         line.syslogLibrary.empty() ? besideProgram("libsyslogtap.so") : line.syslogLibrary;
     options.tell = std::move(tell);
-    options.ended = [&terminal, status](int ended) {
+    const bool isStory = !line.scenario.empty() && !line.stay;
+    options.ended = [&terminal, status, isStory](int ended) {
         *status = ended;
-        terminal.requestQuit();
+        if (!isStory) // a scenario finds out itself, and tells where it was
+            terminal.requestQuit();
     };
     return std::make_unique<sim::Display>(terminal.loop(), options);
+}
+
+// Begins what --record and --replay ask for. False with *error if that fails.
+bool beginRecordings(const sim::CommandLine& line, sim::Terminal& terminal,
+                     std::function<void(const std::string&)> tell, std::unique_ptr<sim::Replay>* replay,
+                     std::string* error)
+{
+    if (!line.record.empty() && !terminal.recorder().begin(line.record, error))
+        return false;
+    if (line.replay.empty())
+        return true;
+    sim::Recording recording;
+    if (!sim::loadRecording(line.replay, &recording, error))
+        return false;
+    auto done = [tell](const sim::Replay::Result& result) {
+        for (const std::string& text : sim::replayReport(result))
+            tell(text);
+    };
+    *replay = std::make_unique<sim::Replay>(terminal, std::move(recording), 1, done);
+    return true;
 }
 
 // Blocks until the display has gone.
@@ -84,7 +112,28 @@ void endDisplay(sim::Display* display, fdloop_t* loop)
     }
 }
 
-int runTerminal(const sim::CommandLine& line)
+// Null if none is wanted.
+std::unique_ptr<sim::Scenario> makeScenario(const sim::CommandLine& line, const sim::Script& script,
+                                            sim::Desk& desk, int* status)
+{
+    if (line.scenario.empty())
+        return nullptr;
+    sim::Scenario::Options options;
+    options.quiet = line.quiet;
+    options.print = [](const std::string& text) {
+        printf("%s\n", text.c_str());
+        fflush(stdout);
+    };
+    options.printError = [](const std::string& text) { fprintf(stderr, "terminalsim: %s\n", text.c_str()); };
+    options.ended = [&desk, &line, status](int ended) {
+        *status = ended;
+        if (!line.stay)
+            desk.terminal.requestQuit();
+    };
+    return std::make_unique<sim::Scenario>(desk, script, options);
+}
+
+int runTerminal(const sim::CommandLine& line, const sim::Script& script)
 {
     std::unique_ptr<sim::StdinConsole> console;
     auto tell = [&console](const std::string& text) {
@@ -113,10 +162,19 @@ int runTerminal(const sim::CommandLine& line)
     desk.speed = options.speed;
     desk.log = log;
     desk.display = display.get();
+    desk.pictures = line.pictures;
+    desk.patience = line.patience;
+    sim::Witness witness(terminal, display.get());
+    desk.witness = &witness;
     sim::Traces traces(desk);
     desk.traces = &traces;
     sim::ConsoleServer consoles(desk);
     std::string error;
+    std::unique_ptr<sim::Replay> replay;
+    if (!beginRecordings(line, terminal, tell, &replay, &error)) {
+        tell(error);
+        return 1;
+    }
     if (!line.socket.empty() && !consoles.listen(line.socket, &error)) {
         tell(error);
         return 1;
@@ -125,15 +183,21 @@ int runTerminal(const sim::CommandLine& line)
         printf("terminalsim: listening on %s\n", terminal.address().c_str());
         fflush(stdout);
     }
-    if (display && !display->start(&error)) {
+    int storyStatus = 0;
+    std::unique_ptr<sim::Scenario> scenario = makeScenario(line, script, desk, &storyStatus);
+    if (scenario) {
+        scenario->begin();
+    } else if (display && !display->start(&error)) {
         tell(error);
         return 1;
     }
     if (wantsConsole(line))
         console = std::make_unique<sim::StdinConsole>(desk);
     terminal.run();
+    scenario.reset();
+    replay.reset();
     endDisplay(display.get(), terminal.loop());
-    int status = (console && console->hasFailed()) || displayStatus != 0;
+    int status = (console && console->hasFailed()) || displayStatus != 0 || storyStatus != 0;
     console.reset(); // the terminal is a person's again; what is told from here on goes to standard error
     return status;
 }
@@ -158,8 +222,13 @@ int main(int argc, char** argv)
         fputs(sim::commandsAsMarkdown().c_str(), stdout);
         return 0;
     }
+    sim::Script script;
+    if (!line.scenario.empty() && !sim::loadScript(line.scenario, &script, &error)) {
+        fprintf(stderr, "terminalsim: %s\n", error.c_str());
+        return 1;
+    }
     if (line.command.empty())
-        return runTerminal(line);
+        return runTerminal(line, script);
     return line.socket.empty() ? sim::runClientCommand(line.options.address, line.command)
                                : sim::runSocketCommand(line.socket, line.command);
 }

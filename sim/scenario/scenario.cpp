@@ -15,6 +15,12 @@ const uint32_t StartLimit = 20000; // ms until the display shows something
 const char ErrorMark[] = "error: ";
 const char* const Blanks = " \t\r\n";
 
+// Its line says it all.
+bool isSay(const ScenarioStep* step)
+{
+    return step && step->words[0] == "say";
+}
+
 bool isExpectCrash(const ScenarioStep* step)
 {
     return step && step->words.size() >= 2 && step->words[0] == "expect" && step->words[1] == "crash";
@@ -84,7 +90,7 @@ void Scenario::run(const ScenarioStep& step)
             line += " " + step.words[word];
     }
     if (step.words[0] == "display" && step.words.size() > 1)
-        mayEnd = step.words[1] != "start";
+        mayEnd = step.words[1] != "start" && step.words[1] != "restart";
     isRunning = true;
     console.run(line, [this](int status) {
         isRunning = false;
@@ -113,7 +119,7 @@ void Scenario::onOutput(std::string_view text)
         const std::string line = partial.substr(0, end);
         if (line.compare(0, strlen(ErrorMark), ErrorMark) == 0)
             error = line.substr(strlen(ErrorMark));
-        else if (!options.quiet && line.find_first_not_of(Blanks) != std::string::npos)
+        else if (!options.quiet && !isSay(current()) && line.find_first_not_of(Blanks) != std::string::npos)
             options.print("      " + line);
     }
 }

@@ -98,7 +98,7 @@ TEST_F(ScenarioScriptTest, EveryMistakeIsToldWithFileAndLine)
         {"expect cfg.language >much\n", "a.scenario:1: >much is no bound"},
         {"expect language 1\n", "a.scenario:1: language is no key"},
         {"expect screen nowhere\n", "a.scenario:1: there is no screen nowhere"},
-        {"expect pointing sideways\n", "a.scenario:1: usage: expect KEY VALUE"},
+        {"expect pointing sideways\n", "a.scenario:1: pointing is start, stop or cancel, not sideways"},
         {"expect\n", "a.scenario:1: usage: expect KEY VALUE"},
         {"repeat\nend\n", "a.scenario:1: usage: repeat N"},
         {"repeat 0\nend\n", "a.scenario:1: usage: repeat N"},
