@@ -6,6 +6,11 @@
 const MOST_LINES = 2000;    // that the pane keeps
 const MOST_HISTORY = 500;
 
+// One word of a line, whatever is in it.
+function quoted(text) {
+    return `"${text.replace(/[\\"]/g, '\\$&')}"`;
+}
+
 export class ConsoleLink {
     constructor(address) {
         this.onopen = () => {};
@@ -146,7 +151,7 @@ export class ConsolePane {
     async complete() {
         const line = this.input.value;
         const before = line.slice(0, this.input.selectionStart);
-        const answer = await this.link.run(`complete ${before}`);
+        const answer = await this.link.run(`complete ${quoted(before)}`);
         if (!answer.ok || this.input.value !== line)
             return;
         const [completed, ...candidates] = answer.lines;

@@ -187,6 +187,18 @@ int quit(Console& console, const Words& words)
     return CommandDone;
 }
 
+// For who draws a line of input elsewhere, as the page in the browser does.
+int complete(Console& console, const Words& words)
+{
+    if (words.size() != 1)
+        return CommandMisused;
+    std::vector<std::string> candidates;
+    console.print("%s\n", console.complete(words[0], &candidates).c_str());
+    for (const std::string& candidate : candidates)
+        console.print("%s\n", candidate.c_str());
+    return CommandDone;
+}
+
 int leave(Console&, const Words&)
 {
     return CommandEnds;
@@ -213,6 +225,8 @@ const ConsoleCommands& databaseCommands()
         {"save", "", "save the settings (cfg) to the file of --store", save},
         {"reset", "", "factory reset of the settings", reset},
         {"pointing", "start | stop | cancel", "send the signal of the display's pointing", pointing},
+        {"complete", "LINE",
+         "print the line, which is one word, as far as it is clear, and the words that would do", complete},
         {"exit", "", "end this console", leave},
         {"quit", "", "end the terminal", quit},
     };
