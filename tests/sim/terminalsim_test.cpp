@@ -1,10 +1,9 @@
 // The program terminalsim as a process: its options, its commands, its end.
+#include "process.h"
 #include "raw_client.h"
 #include "temporary_directory.h"
 
-#include <atomic>
 #include <csignal>
-#include <fcntl.h>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <sys/wait.h>
@@ -14,92 +13,6 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 namespace {
-
-const char Program[] = PROJECT_BINARY_DIR "/terminalsim";
-
-std::string privateAddress()
-{
-    static std::atomic<int> count{0};
-    return "unix*simtest." + std::to_string(getpid()) + "." + std::to_string(++count);
-}
-
-// A run of the program, with its two outputs on pipes.
-class Process {
-public:
-    explicit Process(const std::vector<std::string>& arguments)
-    {
-        int outPipe[2];
-        int errPipe[2];
-        EXPECT_EQ(pipe2(outPipe, O_CLOEXEC), 0);
-        EXPECT_EQ(pipe2(errPipe, O_CLOEXEC), 0);
-        std::vector<char*> argv{const_cast<char*>(Program)};
-        for (const std::string& argument : arguments)
-            argv.push_back(const_cast<char*>(argument.c_str()));
-        argv.push_back(nullptr);
-        pid = fork();
-        if (pid == 0) {
-            dup2(outPipe[1], 1);
-            dup2(errPipe[1], 2);
-            execv(Program, argv.data());
-            _exit(127);
-        }
-        close(outPipe[1]);
-        close(errPipe[1]);
-        out = outPipe[0];
-        err = errPipe[0];
-    }
-    ~Process()
-    {
-        if (pid > 0) {
-            kill(pid, SIGKILL);
-            waitpid(pid, nullptr, 0);
-        }
-        close(out);
-        close(err);
-    }
-    Process(const Process&) = delete;
-    Process& operator=(const Process&) = delete;
-
-    // The next line of standard output without its end; empty at the end of the stream or after ten seconds.
-    std::string line()
-    {
-        std::string text;
-        char character;
-        pollfd waiting{out, POLLIN, 0};
-        while (poll(&waiting, 1, 10000) == 1 && read(out, &character, 1) == 1 && character != '\n')
-            text.push_back(character);
-        return text;
-    }
-    void signal(int number) { kill(pid, number); }
-    // Waits for the end. Returns the exit status, or -1 for an end by a signal.
-    int end()
-    {
-        output += drain(out);
-        errors += drain(err);
-        int status = 0;
-        waitpid(pid, &status, 0);
-        pid = -1;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-    std::string output; // after end()
-    std::string errors;
-
-private:
-    static std::string drain(int fd)
-    {
-        std::string text;
-        char buffer[4096];
-        ssize_t count;
-        while ((count = read(fd, buffer, sizeof buffer)) > 0)
-            text.append(buffer, static_cast<size_t>(count));
-        return text;
-    }
-
-    pid_t pid = -1;
-    int out = -1;
-    int err = -1;
-};
 
 class TerminalsimTest : public testing::Test {
 protected:
