@@ -262,6 +262,46 @@ TEST_F(UpdateTest, UpdateThatSomebodyEndsByHandIsOver)
     EXPECT_EQ(command("update", "antenna"), "");
 }
 
+TEST_F(UpdateTest, ARunningUpdateHasItsEvent)
+{
+    EXPECT_EQ(command("update", "antenna"), "");
+    EXPECT_EQ(field(0, "identifier"), 0x10300);
+    EXPECT_EQ(command("update", "cancel"), "");
+    EXPECT_EQ(keys(), 0u);
+}
+
+TEST_F(UpdateTest, NoUpdateOnALowBattery)
+{
+    EXPECT_EQ(command("battery", "29"), "");
+    EXPECT_EQ(command("update", "start"), "");
+    EXPECT_EQ(terminal.getInt(Active), 0);
+    EXPECT_EQ(terminal.getInt(System), 10);
+    EXPECT_EQ(terminal.getInt(Result), 4);
+    EXPECT_EQ(field(0, "identifier"), 0x10304);
+    terminal.set(Result, 0);
+    EXPECT_EQ(keys(), 0u);
+    EXPECT_EQ(command("supply", "on"), "");
+    EXPECT_EQ(command("update", "antenna"), "");
+    EXPECT_EQ(terminal.getInt(Active), 2);
+}
+
+TEST_F(UpdateTest, PowerThatGoesInAnUpdateRollsItBack)
+{
+    EXPECT_EQ(command("update", "start"), "");
+    EXPECT_EQ(command("system", "start"), "");
+    EXPECT_EQ(terminal.getInt(Active), 0);
+    EXPECT_EQ(terminal.getInt(Result), 9);
+    EXPECT_TRUE(becomes(System, 10));
+    EXPECT_EQ(field(0, "identifier"), 0x10309);
+}
+
+TEST_F(UpdateTest, NoUpdateOfATerminalThatIsNotUp)
+{
+    EXPECT_EQ(command("system", "safe"), "");
+    EXPECT_EQ(command("update", "start"), "update: the system is not up");
+    EXPECT_EQ(terminal.getInt(Active), 0);
+}
+
 TEST_F(UpdateTest, BadUpdateCommandsAreRefused)
 {
     for (const char* text : {"fail", "fail 0x10300", "fail 0x10318", "fail x", "fail 0x10307 5"})

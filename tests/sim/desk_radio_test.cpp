@@ -61,6 +61,87 @@ TEST_F(RadioTest, StartedRadioModuleReadsTheCardAndIsNotPointed)
     EXPECT_TRUE(becomes(Ps, "Attached"));
 }
 
+TEST_F(SlowRadioTest, AntennaTakesAMomentForEachCommand)
+{
+    RawClient client(terminal.address());
+    for (const char* text : {"start", "stop", "start", "cancel"})
+        client.sendSignal("bp_ctrl.pointing", std::string(text) + '\0');
+    ASSERT_TRUE(client.sync());
+    EXPECT_EQ(terminal.getInt(Pointed), 2);
+    for (int32_t status : {1, 2, 1, 0})
+        EXPECT_TRUE(becomes(Pointed, status));
+}
+
+TEST_F(RadioTest, PointingIsRefusedAndPeopleAreToldWhy)
+{
+    const char Error[] = "ram.desk.error";
+    point("dance");
+    EXPECT_TRUE(becomes(Error, "pointing: start, stop or cancel, not dance"));
+    point("stop");
+    EXPECT_TRUE(becomes(Error, "pointing: nobody is pointing"));
+    terminal.set("ram.status.sw_update.active", 2);
+    point("start");
+    EXPECT_TRUE(becomes(Error, "pointing: a software update runs"));
+    terminal.set("ram.status.sw_update.active", 0);
+    terminal.set("ram.status.position.fix", 0);
+    point("start");
+    EXPECT_TRUE(becomes(Error, "pointing: the position is not known yet"));
+    terminal.set("ram.status.ext_system", 9);
+    point("start");
+    EXPECT_TRUE(becomes(Error, "pointing: the system is not up"));
+    terminal.set(Mode, "stopped");
+    point("start");
+    EXPECT_TRUE(becomes(Error, "pointing: the radio module does not operate"));
+    terminal.set(Mode, "operating");
+    terminal.set("ram.status.ext_system", 10);
+    terminal.set("ram.status.position.fix", 2);
+    point("start");
+    EXPECT_TRUE(becomes(Pointed, 1));
+    EXPECT_FALSE(terminal.has(Error));
+}
+
+TEST_F(RadioTest, ManyPointingCommandsAreBounded)
+{
+    RawClient client(terminal.address());
+    for (int count = 0; count < 1000; count++)
+        client.sendSignal("bp_ctrl.pointing", std::string("start") + '\0');
+    ASSERT_TRUE(client.sync());
+    EXPECT_TRUE(becomes(Pointed, 1));
+}
+
+TEST_F(RadioTest, ToneSoundsWhilePointingIfItIsSet)
+{
+    const char Sound[] = "ram.desk.sound";
+    point("start");
+    EXPECT_TRUE(becomes(Sound, 1));
+    terminal.set("cfg.audio_indication.pointing", 0);
+    EXPECT_FALSE(terminal.has(Sound));
+    terminal.set("cfg.audio_indication.pointing", 1);
+    EXPECT_EQ(terminal.getInt(Sound), 1);
+    point("stop");
+    EXPECT_TRUE(goes(Sound));
+}
+
+TEST_F(RadioTest, RadioModuleThatIsOffReceivesNothing)
+{
+    terminal.set(Mode, "stopped");
+    EXPECT_EQ(terminal.getInt(Strength), 0);
+    EXPECT_EQ(terminal.getInt(Bars), 0);
+    EXPECT_EQ(command("signal", "45.6"), "");
+    EXPECT_EQ(terminal.getInt(Strength), 0);
+    terminal.set(Mode, "operating");
+    EXPECT_EQ(terminal.getInt(Strength), 456);
+    EXPECT_EQ(terminal.getInt(Bars), 2);
+}
+
+TEST_F(RadioTest, WishForAnUpdateIsTaken)
+{
+    for (int round = 0; round < 2; round++) {
+        terminal.set("ram.status.signal_strength.update_now", 1);
+        EXPECT_EQ(terminal.getInt("ram.status.signal_strength.update_now"), 0);
+    }
+}
+
 TEST_F(SlowRadioTest, RegistrationTakesItsTime)
 {
     terminal.set(Pointed, 0);
@@ -298,6 +379,49 @@ TEST_F(RadioTest, RemovedWhileTheRadioModuleIsOff)
     terminal.set(Mode, "operating");
     EXPECT_EQ(terminal.getInt(Usim), 0);
     EXPECT_EQ(text(PinStatus), "Absent");
+}
+
+TEST_F(RadioTest, PukTakesTheBlockAway)
+{
+    EXPECT_EQ(command("sim", "puk 12345678 4711"), "sim: the card asks for no PUK");
+    EXPECT_EQ(command("sim", "pin"), "");
+    EXPECT_EQ(command("sim", "block"), "");
+    for (const char* text : {"puk", "puk 12345678", "puk 1234567 4711", "puk 12345678 471", "puk 1 2 3"})
+        EXPECT_EQ(command("sim", text), "sim: a PUK of 8 digits and a new PIN of 4 to 8") << text;
+    EXPECT_EQ(command("sim", "puk 87654321 4711"), "sim: the PUK is wrong, 9 tries left");
+    EXPECT_EQ(text(PinStatus), "Blocked");
+    EXPECT_EQ(command("sim", "puk 12345678 4711"), "");
+    EXPECT_EQ(text(PinStatus), "Valid");
+    EXPECT_EQ(terminal.getInt(Retries), 3);
+    EXPECT_EQ(command("sim", "remove"), "");
+    EXPECT_EQ(command("sim", "insert"), "");
+    EXPECT_TRUE(becomes(Usim, 1));
+    EXPECT_EQ(text(PinStatus), "Needed");
+    terminal.set(Pin, "4711");
+    EXPECT_TRUE(becomes(PinStatus, "Valid"));
+}
+
+TEST_F(RadioTest, TenWrongPuksEndTheCard)
+{
+    EXPECT_EQ(command("sim", "block"), "");
+    for (int left = 9; left >= 0; left--)
+        EXPECT_EQ(command("sim", "puk 00000000 1234"),
+                  "sim: the PUK is wrong, " + std::to_string(left) + " tries left");
+    EXPECT_EQ(text(PinStatus), "Invalid");
+    EXPECT_EQ(command("sim", "puk 12345678 1234"), "sim: the card asks for no PUK");
+}
+
+TEST_F(RadioTest, WhatIsNoPinIsNotTried)
+{
+    EXPECT_EQ(command("sim", "pin"), "");
+    for (const char* pin : {"123", "123456789", "12a4", " 1234", ""}) {
+        terminal.set(Pin, pin);
+        EXPECT_FALSE(terminal.has(Pin)) << pin;
+    }
+    terminal.set(Pin, "0000");
+    EXPECT_TRUE(becomes(Retries, 2));
+    terminal.set(Pin, "1234");
+    EXPECT_TRUE(becomes(PinStatus, "Valid"));
 }
 
 TEST_F(RadioTest, BadSimCommandsAreRefused)

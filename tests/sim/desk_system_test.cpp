@@ -16,14 +16,11 @@ const char Pointed[] = "ram.status.pointed_status";
 const char WanActive[] = "ram.wan.active";
 const char Ps[] = "rmcfg.protocols.umts.ps.status";
 
+const char DisplayRuns[] = "ram.desk.display";
+
 class SystemTest : public DeskTest {
 protected:
     using DeskTest::DeskTest;
-
-    std::optional<int32_t> battery(int number, const std::string& field)
-    {
-        return terminal.getInt("ram.status.battery." + std::to_string(number) + "." + field);
-    }
 };
 
 class SlowSystemTest : public SystemTest {
@@ -78,6 +75,56 @@ TEST_F(SystemTest, ShutdownStays)
     EXPECT_EQ(command("system", "shutdown"), "");
     EXPECT_EQ(terminal.getInt(System), 4);
     EXPECT_EQ(terminal.getString(Mode), "operating");
+}
+
+TEST_F(SystemTest, DisplayEndsWithTheTerminalAndIsStartedAnew)
+{
+    NumberLog status(terminal, System);
+    EXPECT_EQ(command("system", "shutdown"), "");
+    EXPECT_TRUE(becomes(DisplayRuns, 0));
+    EXPECT_EQ(terminal.getInt(System), 4);
+    for (const char* word : {"shutdown", "reboot"})
+        EXPECT_EQ(command("system", word), "system: it is off: start comes first");
+    EXPECT_EQ(command("system", "start"), "");
+    EXPECT_FALSE(terminal.has(DisplayRuns));
+    EXPECT_THAT(status.until(10), ElementsAre(4, 0, 1, 10));
+}
+
+TEST_F(SlowSystemTest, RebootStartsTheDisplayAnew)
+{
+    EXPECT_EQ(command("system", "reboot"), "");
+    EXPECT_EQ(terminal.getInt(System), 5);
+    EXPECT_FALSE(terminal.has(DisplayRuns));
+    ASSERT_TRUE(becomes(DisplayRuns, 0));
+    EXPECT_EQ(terminal.getString(Mode), "stopped");
+    EXPECT_EQ(terminal.getInt(System), 5);
+    ASSERT_TRUE(goes(DisplayRuns));
+    EXPECT_EQ(terminal.getInt(System), 0);
+}
+
+TEST_F(SystemTest, ExternalSupplySwitchesOnOnlyIfTheSettingSaysSo)
+{
+    EXPECT_EQ(command("system", "shutdown"), "");
+    ASSERT_TRUE(becomes(DisplayRuns, 0));
+    EXPECT_EQ(command("supply", "on"), "");
+    EXPECT_EQ(command("interfaces", "usb up"), ""); // longer than the start would take to begin
+    ASSERT_TRUE(becomes("ram.status.interfaces.usb.enabled", 1));
+    EXPECT_EQ(terminal.getInt(System), 4);
+    EXPECT_EQ(command("supply", "off"), "");
+    terminal.set("cfg.power_up.switch_on_when_external_power", 1);
+    EXPECT_EQ(terminal.getInt(System), 4);
+    EXPECT_EQ(command("supply", "on"), "");
+    EXPECT_TRUE(becomes(System, 10));
+    EXPECT_FALSE(terminal.has(DisplayRuns));
+}
+
+TEST_F(SystemTest, ExternalSupplyDoesNothingToATerminalThatIsOn)
+{
+    terminal.set("cfg.power_up.switch_on_when_external_power", 1);
+    EXPECT_EQ(command("supply", "on"), "");
+    EXPECT_EQ(command("interfaces", "usb up"), "");
+    ASSERT_TRUE(becomes("ram.status.interfaces.usb.enabled", 1));
+    EXPECT_EQ(terminal.getInt(System), 10);
 }
 
 TEST_F(SystemTest, SafeModeHasNoRadioModule)
@@ -196,6 +243,48 @@ TEST_F(SystemTest, EveryWordSetsItsKeys)
     }
     EXPECT_EQ(command("at", "perhaps"), "at: one of on, off, not perhaps");
     EXPECT_EQ(command("at", "on off"), "at: one of on, off, not on off");
+}
+
+// --- The link
+
+class SlowLinkTest : public SystemTest {
+protected:
+    SlowLinkTest() : SystemTest(4) {}
+};
+
+TEST_F(SlowLinkTest, ModemThatIsWaitedForTakesOverWhenItComes)
+{
+    EXPECT_EQ(command("modem", "search"), "");
+    EXPECT_EQ(command("modem", "insert"), "");
+    EXPECT_EQ(terminal.getInt(WanActive), 0);
+    EXPECT_TRUE(becomes(WanActive, 2));
+    EXPECT_EQ(command("modem", "remove"), "");
+    EXPECT_TRUE(becomes(WanActive, 0));
+}
+
+TEST_F(SystemTest, UserSelectsALinkOnTheWeb)
+{
+    EXPECT_EQ(command("modem", "insert"), "");
+    EXPECT_EQ(command("modem", "choose"), "");
+    EXPECT_EQ(terminal.getInt(WanActive), 0);
+    EXPECT_EQ(command("wan", "select modem"), "");
+    EXPECT_EQ(terminal.getInt("ram.wan.user_selection"), 2);
+    EXPECT_EQ(terminal.getInt("ram.modem.activate"), 1);
+    EXPECT_TRUE(becomes(WanActive, 2));
+    EXPECT_EQ(command("wan", "select satellite"), "");
+    EXPECT_EQ(terminal.getInt("ram.modem.activate"), 0);
+    EXPECT_TRUE(becomes(WanActive, 1));
+    EXPECT_THAT(command("wan", "select phone"),
+                HasSubstr("select satellite, select modem, not select phone"));
+}
+
+TEST_F(SystemTest, SatelliteStaysWithoutAReasonToLeaveIt)
+{
+    EXPECT_EQ(command("modem", "insert"), "");
+    EXPECT_EQ(command("interfaces", "usb up"), "");
+    ASSERT_TRUE(becomes("ram.status.interfaces.usb.enabled", 1));
+    EXPECT_EQ(command("modem", "remove"), "");
+    EXPECT_EQ(terminal.getInt(WanActive), 1);
 }
 
 } // namespace
