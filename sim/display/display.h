@@ -6,7 +6,8 @@
 // it prints go to a file, the log through the library of syslogtap. It ends with this process, however that
 // ends.
 //
-// On the terminal's thread only, which must be the process's main thread (signals). Nothing blocks.
+// On the terminal's thread only, which must be the process's main thread, made before there are others
+// (signals); one in a process at a time. Nothing blocks.
 #ifndef SIM_DISPLAY_DISPLAY_H
 #define SIM_DISPLAY_DISPLAY_H
 
