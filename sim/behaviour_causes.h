@@ -26,7 +26,6 @@ enum Cause : int32_t {
     CausePowerDown = 0x10040102,
     CauseDomainBlocked = 0x10051003,
     CauseMissingPin = 0x10051004,
-    CauseNoNetwork = 0x10051005,
     CauseDeregistered = 0x1008631e,
 };
 

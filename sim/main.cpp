@@ -9,6 +9,7 @@
 #include "sim/console/trace.h"
 #include "sim/console/witness.h"
 #include "sim/display/display.h"
+#include "sim/display/display_power.h"
 #include "sim/recording.h"
 #include "sim/scenario/scenario.h"
 
@@ -164,6 +165,7 @@ int runTerminal(const sim::CommandLine& line, const sim::Script& script)
     desk.display = display.get();
     desk.pictures = line.pictures;
     desk.patience = line.patience;
+    sim::DisplayPower power(terminal, display.get(), tell);
     sim::Witness witness(terminal, display.get());
     desk.witness = &witness;
     sim::Traces traces(desk);
