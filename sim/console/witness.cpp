@@ -169,10 +169,21 @@ void Witness::noteMessage(const Traffic& message)
     }
 }
 
+// A new process has shown nothing yet, whatever the one before it did.
+const Shown& Witness::shown()
+{
+    if (panel && panel->pid() != shownBy) {
+        shownBy = panel->pid();
+        display = Shown();
+    }
+    return display;
+}
+
 // The lines by which the display tells what it shows. While a message stands, any other screen but that of
 // pointing waits behind it.
 void Witness::noteLog(const std::string& line)
 {
+    shown();
     const size_t ident = line.find("]: ");
     Noted noted;
     noted.text = ident == std::string::npos ? line : line.substr(ident + strlen("]: "));
@@ -200,8 +211,6 @@ void Witness::noteLog(const std::string& line)
         display.listens = true;
     } else if (line.find("Window::show(): About to show") != std::string::npos) {
         display.window = true;
-    } else if (line.find("Local GUI display starting up") != std::string::npos) {
-        display = Shown();
     }
     if (priorityOf(line) <= LOG_ERR)
         graveLine = noted.text;

@@ -46,7 +46,7 @@ public:
     Notes writes;   // by clients, as they were asked for
     Notes pointing; // "start", "stop", "cancel"
     Notes log;      // of the display, without "<priority> ident: "
-    const Shown& shown() const { return display; }
+    const Shown& shown();
     // The last line that the display logged as an error or worse; empty if there was none.
     std::string lastWords() const { return graveLine; }
     // How often the display has ended by itself, without those that were to be expected.
@@ -75,6 +75,7 @@ private:
     Terminal& terminal;
     Display* panel;
     Shown display;
+    pid_t shownBy = -1; // the process that display is of
     std::string graveLine;
     unsigned forgiven = 0; // restarts
     uint64_t count = 0;
