@@ -112,6 +112,7 @@ public:
             if (answered && inputEnded)
                 break;
             pollfd waiting[2] = {{fd, POLLIN, 0}, {answered && !inputEnded ? STDIN_FILENO : -1, POLLIN, 0}};
+            fflush(stdout);
             poll(waiting, 2, -1);
             if (waiting[1].revents)
                 inputEnded = !input.receive();

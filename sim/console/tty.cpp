@@ -46,7 +46,9 @@ void onContinue(int)
 
 void onAbort(int)
 {
-    restore(); // and then it aborts
+    restore();
+    signal(SIGABRT, SIG_DFL);
+    raise(SIGABRT); // delivered when the handler returns
 }
 
 struct Handled {

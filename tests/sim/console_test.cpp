@@ -646,7 +646,7 @@ TEST(ConsoleAlone, Completion)
         {"get cfg.language x", "get cfg.language x", {}},
         {"get cfg.language ", "get cfg.language ", {}},
         {"set cfg.langu", "set cfg.language ", {}},
-        {"watch r", "watch ram.x", {"ram.x", "ram.x."}},
+        {"watch r", "watch ram.", {}},
         {"list cfg.la", "list cfg.lan", {"cfg.lan.", "cfg.language"}},
         {"delete cfg.lan.a", "delete cfg.lan.a ", {}},
         {"pointing s", "pointing st", {"start", "stop"}},

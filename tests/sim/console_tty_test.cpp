@@ -230,7 +230,7 @@ TEST_F(ConsoleTtyTest, BytesOfAnyKind)
             bytes.push_back(static_cast<char>(byte));
     }
     terminal->type(bytes + "\r");
-    terminal->type("\x1b[\x1b[999;999H\x1b\x1b\x1bO\r\r");
+    terminal->type("\x1b[\x1b[999;999H\x1b\x1b\x1bO\r\r\r\r\r"); // the sequence takes some of them
     terminal->type("echo here\r");
     EXPECT_TRUE(terminal->waitFor("\r\nhere\r\n")) << terminal->seen;
 }
