@@ -302,15 +302,16 @@ void BusServer::publish(std::string_view name, std::string_view data, uint64_t c
         return;
     }
     Turn turn(*this);
-    if (tap) {
-        cbus_header_t header{};
-        header.type = CBUS_TYPE_SIGNAL;
-        tell(Way::All, cause, header, name, data);
-    }
     std::vector<Client*> takers;
     for (Client* client : order) {
         if (hasPrefixOf(client->filters, name) || hasPrefixOf(client->provides, name))
             takers.push_back(client);
+    }
+    // A client's signal that goes to nobody but the local provider has been told when it came.
+    if (tap && (cause == 0 || !takers.empty())) {
+        cbus_header_t header{};
+        header.type = CBUS_TYPE_SIGNAL;
+        tell(Way::All, cause, header, name, data);
     }
     for (Client* client : takers)
         sendSignal(client->id, name, data);

@@ -161,7 +161,7 @@ void DatabaseBus::readMany(const BusFrame& frame, const std::string&)
     for (const VbufEntry& entry : asked) {
         const Value* value = database.find(entry.key);
         int32_t status = faultOf(entry.key);
-        if (!value || status != 0) {
+        if (!value) {
             answer.add(entry.type, entry.key, {}, status != 0 ? status : VX_CONFIG_NO_RECORD);
             continue;
         }
@@ -174,7 +174,8 @@ void DatabaseBus::readMany(const BusFrame& frame, const std::string&)
             continue;
         }
         room -= size;
-        answer.add(type, entry.key, value->bytes);
+        // With its value all the same: a client takes a number without bytes for a wrong type.
+        answer.add(type, entry.key, value->bytes, status);
     }
     server.reply(frame, answer.bytes());
 }

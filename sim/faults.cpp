@@ -306,7 +306,8 @@ std::vector<std::string> Faults::list() const
 {
     std::vector<std::string> lines;
     if (delayed > 0)
-        lines.push_back("delay " + std::to_string(delayed));
+        lines.push_back("delay " + std::to_string(delayed) +
+                        (late.empty() ? "" : ", " + std::to_string(late.size()) + " messages wait"));
     if (stopped)
         lines.push_back(stopTimer.isRunning() ? "stop, for " + seconds(until(stopEnds)) + " s more" : "stop");
     if (deaf)

@@ -177,6 +177,9 @@ bool Recorder::end(std::string* error)
 
 // --- Reading
 
+// Which part of the file a line stands in.
+enum class Part { Head, Values, Messages, End };
+
 static bool parseTime(std::string* line, uint32_t* time, std::string* error)
 {
     size_t blank = line->find(' ');
@@ -194,7 +197,7 @@ static bool parseTime(std::string* line, uint32_t* time, std::string* error)
     return true;
 }
 
-static bool parseMessage(std::string line, Recording* recording, std::string* error)
+static bool parseMessage(std::string line, Part* part, Recording* recording, std::string* error)
 {
     Recording::Event event;
     if (!parseTime(&line, &event.time, error))
@@ -204,16 +207,15 @@ static bool parseMessage(std::string line, Recording* recording, std::string* er
         return false;
     }
     recording->end = event.time;
-    if (line == EndWord)
+    if (line == EndWord) {
+        *part = Part::End;
         return true;
+    }
     if (!decodeTraffic(line, &event.message, error))
         return false;
     recording->events.push_back(std::move(event));
     return true;
 }
-
-// Which part of the file a line stands in.
-enum class Part { Head, Values, Messages };
 
 static bool parseLine(const std::string& line, Part* part, Recording* recording, std::string* error)
 {
@@ -230,7 +232,10 @@ static bool parseLine(const std::string& line, Part* part, Recording* recording,
     case Part::Values:
         return decodeWrite(line, recording, error);
     case Part::Messages:
-        return parseMessage(line, recording, error);
+        return parseMessage(line, part, recording, error);
+    case Part::End:
+        *error = "behind the end";
+        return false;
     case Part::Head:
         break;
     }
@@ -265,7 +270,7 @@ bool loadRecording(const std::string& fileName, Recording* recording, std::strin
             return false;
         }
     }
-    if (part != Part::Messages) {
+    if (part < Part::Messages) {
         *error = fileName + ": not a recording of terminalsim: it has no " + MessagesHeading;
         return false;
     }
