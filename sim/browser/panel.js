@@ -133,6 +133,18 @@ function fitLcd() {
     lcd.style.height = `${LCD_HEIGHT * scale}px`;
 }
 
+// Also when the window is moved to a screen of another density, which changes no size.
+function keepLcdFit() {
+    const followDensity = () => {
+        fitLcd();
+        window.matchMedia(`(resolution: ${window.devicePixelRatio}dppx)`)
+            .addEventListener('change', followDensity, { once: true });
+    };
+    new ResizeObserver(fitLcd).observe(element('face').parentElement);
+    window.addEventListener('resize', fitLcd);
+    followDensity();
+}
+
 // --- Keys
 
 let saying = 0;
@@ -272,9 +284,7 @@ function start() {
     const switches = new Switches(element('switches'), element('refused'));
     listenToKeyboard();
     document.querySelectorAll('[data-key]').forEach(listenToPointer);
-    new ResizeObserver(fitLcd).observe(element('face').parentElement);
-    window.addEventListener('resize', fitLcd);
-    fitLcd();
+    keepLcdFit();
     if (!tokens) {
         hasTokens = false;
         links.panel = links.console = 'lost';

@@ -102,7 +102,11 @@ class ConsoleClient:
     def __init__(self, path):
         self.socket = socket.socket(socket.AF_UNIX)
         self.socket.settimeout(PATIENCE)
-        self.socket.connect(path)
+        try:
+            self.socket.connect(path)
+        except OSError:
+            self.socket.close()
+            raise
         self.lines = self.socket.makefile('r', encoding='utf-8', newline='\n')
 
     def run(self, line):
@@ -153,18 +157,32 @@ class Desk:
         self.terminal = self.add('terminalsim', [
             os.path.join(BUILD, 'terminalsim'), '--address', self.address, '--still', '--quiet',
             '--values', os.path.join(SOURCE, 'sim', 'initial_values.txt'), '--socket', self.console_path])
-        wait_until(lambda: os.path.exists(self.console_path), f'no console: {self.terminal.text()}')
-        self.console = ConsoleClient(self.console_path)
+        self.console = wait_until(self.connect, f'no console: {self.terminal.text()}')
+        self.start_panel()
+        self.page = self.add('page', [SERVE_PANEL, 'page', self.directory, self.console_path])
+        self.url = self.page.value('ADDRESS')
+        self.port = int(self.url.split(':')[2].split('/')[0])
+        self.tokens = self.url.partition('#')[2].split('.')
+
+    def start_panel(self):
+        self.panel_start = len(self.log_lines())
         self.panel = self.add('lumenpanel', [os.path.join(BUILD, 'lumenpanel'), 'logQtDebug'], {
             'CBUS_ADDR': self.address, 'DISPLAY': self.display, 'XAUTHORITY': self.authority,
             'QT_QPA_PLATFORM': 'xcb', 'QT_SCALE_FACTOR': '1',
             'FONTCONFIG_FILE': os.path.join(SOURCE, 'res', 'fonts', 'fonts.conf'),
             'LD_PRELOAD': os.path.join(BUILD, 'libsyslogtap.so'), 'SYSLOGTAP_FILE': self.log})
-        self.page = self.add('page', [SERVE_PANEL, 'page', self.directory, self.console_path])
-        self.url = self.page.value('ADDRESS')
-        self.port = int(self.url.split(':')[2].split('/')[0])
-        self.tokens = self.url.partition('#')[2].split('.')
-        self.wait_for_log('getActiveBundlesStatusStr|Successfully translated statusTextId')
+        self.wait_for_log('getActiveBundlesStatusStr|Successfully translated statusTextId=1', self.panel_start)
+
+    def restart_panel(self):
+        self.processes.remove(self.panel)
+        self.panel.end()
+        self.start_panel()
+
+    def connect(self):
+        try:
+            return ConsoleClient(self.console_path)
+        except (FileNotFoundError, ConnectionRefusedError):
+            return None
 
     def log_lines(self):
         try:
@@ -205,7 +223,7 @@ class Browser:
 
     def resize(self, width, height, density=1):
         self.driver.execute_cdp_cmd('Emulation.setDeviceMetricsOverride', {
-            'width': width, 'height': height, 'deviceScaleFactor': density, 'mobile': False})
+            'width': width, 'height': height, 'deviceScaleFactor': density, 'mobile': width < 600})
 
     def end(self):
         self.driver.quit()
