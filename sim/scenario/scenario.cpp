@@ -49,6 +49,9 @@ void Scenario::begin()
         char name[] = "/tmp/terminalsim.XXXXXX";
         if (mkdtemp(name))
             scratch = desk.pictures = name;
+    } else {
+        std::error_code problem; // which the first picture will tell
+        std::filesystem::create_directories(desk.pictures, problem);
     }
     watcher.every(LookInterval, [this] { look(); });
     if (desk.display && !script.hasStart)
