@@ -10,6 +10,7 @@
 
 #include "runtime/fdloop.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -362,8 +363,11 @@ void Display::Impl::tellEnd(int status)
     }
     if (lines.empty()) // it has logged nothing: then what it printed
         lines = log.newest(LastLines, linesBefore);
-    if (!lines.empty() && logPriority(lines.back()) == PanicPriority) {
-        options.tell(text + ": " + lines.back());
+    // Behind the panic other threads may still have logged something.
+    auto panic = std::find_if(lines.rbegin(), lines.rend(),
+                              [](const std::string& line) { return logPriority(line) == PanicPriority; });
+    if (panic != lines.rend()) {
+        options.tell(text + ": " + *panic);
         return;
     }
     options.tell(text + (lines.empty() ? ", without a line in its log" : "; its last log lines:"));

@@ -425,7 +425,7 @@ TEST_F(DisplayTest, ACrashThatItsHandlerCaughtIsToldAsSuch)
 TEST_F(DisplayTest, APanicIsToldWithItsText)
 {
     script("echo '<17.7> gui[1]: before' >>$SYSLOGTAP_FILE; printf '<17.1> gui[1]: Lost it\\\\n\\n' "
-           ">>$SYSLOGTAP_FILE\n"
+           ">>$SYSLOGTAP_FILE; echo '<17.6> gui[1]: another thread' >>$SYSLOGTAP_FILE\n"
            "exit 1");
     options.shortLife = 0;
     start();
