@@ -133,16 +133,17 @@ function fitLcd() {
     lcd.style.height = `${LCD_HEIGHT * scale}px`;
 }
 
-// Also when the window is moved to a screen of another density, which changes no size.
+// Also when the window goes to a screen of another density, where its size in CSS pixels stays.
 function keepLcdFit() {
-    const followDensity = () => {
-        fitLcd();
-        window.matchMedia(`(resolution: ${window.devicePixelRatio}dppx)`)
-            .addEventListener('change', followDensity, { once: true });
-    };
-    new ResizeObserver(fitLcd).observe(element('face').parentElement);
+    const observer = new ResizeObserver(fitLcd);
+    observer.observe(element('face').parentElement);
+    try {
+        observer.observe(element('lcd'), { box: 'device-pixel-content-box' });
+    } catch (problem) {
+        // Not every browser counts in those; the next change of the window's size will do there.
+    }
     window.addEventListener('resize', fitLcd);
-    followDensity();
+    fitLcd();
 }
 
 // --- Keys

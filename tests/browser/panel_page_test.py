@@ -174,10 +174,12 @@ class Page(unittest.TestCase):
                                               (1000, 700, 1.5, 2)):
             with self.subTest(width=width, density=density):
                 self.browser.resize(width, height, density)
+                self.driver.refresh()
+                self.wait_for_link('panel')
 
                 def scale():
                     size = self.driver.execute_script(
-                        "const box = document.querySelector('#lcd canvas').getBoundingClientRect();"
+                        "const box = document.getElementById('lcd').getBoundingClientRect();"
                         'return [box.width * devicePixelRatio / 256, box.height * devicePixelRatio / 64, innerWidth,'
                         'document.documentElement.scrollWidth];')
                     whole = abs(size[0] - round(size[0])) < 0.01 and abs(size[0] - size[1]) < 0.01
