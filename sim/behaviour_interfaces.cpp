@@ -52,7 +52,8 @@ public:
     Interface(const Surroundings& surroundings, const Kind& kind)
         : Actor(surroundings), kind(kind), requested(settingOf(kind.name, "enabled")),
           state(stateOf(kind.name, "enabled")), clients(stateOf(kind.name, "clients")),
-          mac(settingOf(kind.name, "mac_address")), timer(surroundings.loop), clientsTimer(surroundings.loop)
+          mac(settingOf(kind.name, "mac_address")), name(settingOf(kind.name, "ssid")),
+          broadcast(settingOf(kind.name, "bssid")), timer(surroundings.loop), clientsTimer(surroundings.loop)
     {
     }
 
@@ -75,7 +76,7 @@ public:
             usualClients = terminal.number(clients, 0);
         else if (key == ExtendedStatus)
             onSystem();
-        else if ((key == settingOf(kind.name, "ssid") || key == settingOf(kind.name, "bssid")) && isUp())
+        else if ((key == name || key == broadcast) && isUp())
             restart();
     }
     void setBroken(bool broken)
@@ -138,6 +139,8 @@ private:
     std::string state;
     std::string clients;
     std::string mac;
+    std::string name; // on the air; only the WLAN has one
+    std::string broadcast;
     Timer timer;
     Timer clientsTimer;
     std::string knownMac;

@@ -307,7 +307,8 @@ private:
                   battery.isPresent() && battery.temperature <= (*cold ? AlertCold + Hysteresis : AlertCold),
                   AlertTemperatureLow, number + 1);
         }
-        if (isBattery && capacity() == 0 && terminal.number(ExtendedStatus, 0) >= NormalOperation)
+        int32_t status = terminal.number(ExtendedStatus, Stopping);
+        if (isBattery && capacity() == 0 && status != Stopping)
             giveCommand(terminal, "system", "shutdown");
     }
     void raise(bool* stands, bool wanted, int32_t id, int32_t subId)

@@ -32,6 +32,7 @@ enum {
     NormalOperation = 10
 };
 enum { Pointed = 2 };
+enum { BatteryPresent = 0, BatteryUnknown = -2 };
 enum { FullFix = 3, AllSatellites = 8 };
 enum { WanUnknown = -1, WanNone = 0, WanSatellite = 1, WanModem = 2 };
 enum { ModemIfAvailable = 0, UserSelection = 1, ModemAtStartup = 3 };
@@ -75,6 +76,8 @@ protected:
         const std::string word = joined(words, 0);
         if ((word == "shutdown" || word == "reboot") && isOff())
             return "it is off: start comes first";
+        if ((word == "start" || word == "ready") && !hasPower())
+            return "there is no power: supply on or a charged battery comes first";
         if (word == "start")
             sequence.run(powerUp(0));
         else if (word == "ready")
@@ -100,6 +103,19 @@ private:
     {
         return terminal.number(ExtendedStatus, NormalOperation) == Stopping && !sequence.isRunning() &&
                terminal.database.find(DisplayRunsKey);
+    }
+    // Where nothing is known of batteries there is always power.
+    bool hasPower() const
+    {
+        bool isKnown = false;
+        for (const char* battery : {"1", "2"}) {
+            const std::string prefix = "ram.status.battery." + std::string(battery) + ".";
+            int32_t status = terminal.number(prefix + "status", BatteryUnknown);
+            isKnown |= status != BatteryUnknown;
+            if (status == BatteryPresent && terminal.number(prefix + "relative_state_of_charge", 0) > 0)
+                return true;
+        }
+        return !isKnown || terminal.number(ExternalSupply, 0) != 0;
     }
     // The radio module is there, and has read its card, before the system says that it operates.
     std::vector<Step> powerUp(uint32_t delay) const

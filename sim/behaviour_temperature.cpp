@@ -64,6 +64,14 @@ public:
     {
     }
 
+    // One that is started while it is too hot ends again.
+    void onChange(const std::string& key) override
+    {
+        CommandActor::onChange(key);
+        if (key == ExtendedStatus && standing == StageClosing && isUp() && !timer.isRunning())
+            closeLater();
+    }
+
 protected:
     std::string carryOut(const Words& words) override
     {
@@ -98,10 +106,15 @@ private:
             giveCommand(terminal, "alert", "clear " + std::to_string(before->event));
         timer.stop();
         if (stage == StageClosing)
-            timer.once(terminal.scaled(CloseDelay), [this] {
-                if (terminal.number(ExtendedStatus, 0) >= NormalOperation)
-                    giveCommand(terminal, "system", "shutdown");
-            });
+            closeLater();
+    }
+    bool isUp() const { return terminal.number(ExtendedStatus, 0) >= NormalOperation; }
+    void closeLater()
+    {
+        timer.once(terminal.scaled(CloseDelay), [this] {
+            if (isUp())
+                giveCommand(terminal, "system", "shutdown");
+        });
     }
 
     int32_t standing = StageNormal;

@@ -190,6 +190,22 @@ TEST_F(PowerTest, EmptyBatteryShutsTheTerminalDown)
     EXPECT_EQ(command("battery", "0"), "");
     EXPECT_EQ(terminal.getInt(System), 4);
     EXPECT_TRUE(becomes("ram.desk.display", 0));
+    for (const char* word : {"start", "ready"})
+        EXPECT_EQ(command("system", word),
+                  "system: there is no power: supply on or a charged battery comes first");
+    EXPECT_EQ(terminal.getInt(System), 4);
+    EXPECT_EQ(command("supply", "on"), "");
+    EXPECT_EQ(command("system", "start"), "");
+    EXPECT_TRUE(becomes(System, 10));
+}
+
+TEST_F(PowerTest, EmptyBatteryEndsAnUpdateToo)
+{
+    EXPECT_EQ(command("update", "start"), "");
+    EXPECT_EQ(command("battery", "0"), "");
+    EXPECT_EQ(terminal.getInt(System), 4);
+    EXPECT_EQ(terminal.getInt("ram.status.sw_update.active"), 0);
+    EXPECT_EQ(terminal.getInt("cfg.status.sw_update.error"), 9);
 }
 
 TEST_F(PowerTest, HotAndColdBatteriesWarnEachForItself)
@@ -347,6 +363,15 @@ TEST_F(PowerTest, HeatShutsTheTerminalDown)
     EXPECT_EQ(alerts().count(0x10206), 1u);
     EXPECT_THAT(log.until(4), ElementsAre(4));
     EXPECT_EQ(alerts().count(0x10206), 1u) << "the display tells this, not the shutdown";
+}
+
+TEST_F(PowerTest, StartedWhileItIsTooHotItEndsAgain)
+{
+    EXPECT_EQ(command("temperature", "80"), "");
+    ASSERT_TRUE(becomes("ram.desk.display", 0));
+    NumberLog log(terminal, System);
+    EXPECT_EQ(command("system", "start"), "");
+    EXPECT_THAT(log.until(4), ElementsAre(0, 1, 10, 4));
 }
 
 class SlowPowerTest : public PowerTest {
