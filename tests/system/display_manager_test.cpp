@@ -114,7 +114,11 @@ public:
     QStringList log() const
     {
         QFile file(m_directory.filePath("log"));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split('\n') : QStringList();
+        if (!file.open(QIODevice::ReadOnly))
+            return QStringList();
+        QStringList lines = QString::fromUtf8(file.readAll()).split('\n');
+        lines.removeLast(); // what stands behind the last line feed is not a line yet
+        return lines;
     }
     // In the lines behind the first `from`.
     bool waitForLog(const QString& text, int from = 0)
