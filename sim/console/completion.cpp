@@ -19,7 +19,7 @@ struct Prefix {
 };
 const Prefix Prefixes[] = {{"not", 0}, {"time", 0}, {"repeat", 1}};
 
-const char* const DatabaseWords[] = {"KEY", "PREFIX", "EXPRESSION"};
+const char* const DatabaseWords[] = {"KEY", "KEYS", "PREFIX", "EXPRESSION"};
 // The display's keys, which are not the database's.
 const char KeyPresser[] = "press";
 const char* const DisplayKeys[] = {"up", "down", "left", "right", "ok", "long", "screenshot"};

@@ -15,10 +15,21 @@ namespace {
 // Of the one that has begun; what signal handlers need.
 termios before;
 termios raw;
+volatile sig_atomic_t hasSettings = 0; // the two are known
 volatile sig_atomic_t isRaw = 0;
 volatile sig_atomic_t wakeFd = -1;
 
-// Safe in a signal handler.
+constexpr uint32_t BackgroundInterval = 200; // ms
+
+// Safe in a signal handler, as the next.
+void setRaw()
+{
+    if (!hasSettings || !Tty::isForeground())
+        return;
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &raw);
+    isRaw = 1;
+}
+
 void restore()
 {
     if (!isRaw)
@@ -37,10 +48,7 @@ void onStop(int)
 
 void onContinue(int)
 {
-    if (Tty::isForeground()) {
-        tcsetattr(STDIN_FILENO, TCSADRAIN, &raw);
-        isRaw = 1;
-    }
+    setRaw();
     eventfd_write(wakeFd, 1);
 }
 
@@ -81,8 +89,10 @@ void Tty::begin(fdloop_t* theLoop, Foreground function)
     callback = std::move(function);
     wake = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     wakeFd = wake;
+    backgroundTimer = std::make_unique<Timer>(loop);
     fdloop_fd_register(loop, wake, onContinued, this);
     if (vx_posix_tty_raw(STDIN_FILENO, &before) == 0 && tcgetattr(STDIN_FILENO, &raw) == 0) {
+        hasSettings = 1;
         isRaw = 1;
         static bool atExit = atexit(restore) == 0;
         (void)atExit;
@@ -98,6 +108,7 @@ void Tty::end()
     restore();
     fdloop_fd_unregister(loop, wake);
     close(wake);
+    backgroundTimer.reset();
     loop = nullptr;
 }
 
@@ -105,8 +116,24 @@ int Tty::onContinued(int fd, void* data)
 {
     eventfd_t count;
     eventfd_read(fd, &count);
-    static_cast<Tty*>(data)->callback(isForeground());
+    static_cast<Tty*>(data)->look();
     return 0;
+}
+
+// A shell that brings a process to the foreground which had not been stopped tells it nothing.
+void Tty::look()
+{
+    bool foreground = isForeground();
+    if (foreground) {
+        setRaw();
+        backgroundTimer->stop();
+    } else if (!backgroundTimer->isRunning()) {
+        backgroundTimer->every(BackgroundInterval, [this] {
+            if (isForeground())
+                look();
+        });
+    }
+    callback(foreground);
 }
 
 } // namespace sim

@@ -5,9 +5,10 @@
 #ifndef SIM_CONSOLE_TTY_H
 #define SIM_CONSOLE_TTY_H
 
-#include "runtime/fdloop.h"
+#include "sim/timer.h"
 
 #include <functional>
+#include <memory>
 
 namespace sim {
 
@@ -31,10 +32,12 @@ public:
 
 private:
     static int onContinued(int fd, void* data);
+    void look();
 
     fdloop_t* loop = nullptr;
     Foreground callback;
     int wake = -1;
+    std::unique_ptr<Timer> backgroundTimer;
 };
 
 } // namespace sim

@@ -208,6 +208,7 @@ TEST_F(ConsoleTest, BadLines)
     const BadLine table[] = {
         {"frob", "frob: command not found"},
         {"frob\x1b[A x", "frob?[A: command not found"},
+        {"\"\"", ": command not found"},
         {"say \"a", "no closing quotation mark"},
         {"get", "usage: get KEY"},
         {"get a b", "usage: get KEY"},

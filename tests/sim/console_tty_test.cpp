@@ -21,15 +21,15 @@ const char Left[] = "\x1b[D";
 // The program on a pseudo terminal, whose foreground it is.
 class TerminalProcess {
 public:
-    explicit TerminalProcess(std::vector<std::string> arguments)
+    explicit TerminalProcess(std::vector<std::string> arguments, const char* program = Program)
     {
-        std::vector<char*> argv{const_cast<char*>(Program)};
+        std::vector<char*> argv{const_cast<char*>(program)};
         for (std::string& argument : arguments)
             argv.push_back(&argument[0]);
         argv.push_back(nullptr);
         pid = forkpty(&master, nullptr, nullptr, nullptr);
         if (pid == 0) {
-            execv(Program, argv.data());
+            execvp(program, argv.data());
             _exit(127);
         }
         fcntl(master, F_SETFD, FD_CLOEXEC);
@@ -302,6 +302,36 @@ TEST_F(ConsoleTtyTest, StoppedAndContinued)
     EXPECT_TRUE(terminal->waitFor(std::string(Prompt) + "get cfg.lang"));
     EXPECT_TRUE(terminal->isRaw());
     EXPECT_EQ(terminal->run("uage"), "int 0\r\n");
+}
+
+// As a job of a shell: stopped, in the background, where the shell has the terminal, and back again.
+TEST_F(ConsoleTtyTest, JobOfAShell)
+{
+    const char ShellPrompt[] = "SHELL$ ";
+    setenv("PS1", ShellPrompt, 1);
+    terminal =
+        std::make_unique<TerminalProcess>(std::vector<std::string>{"--norc", "--noprofile", "-i"}, "bash");
+    unsetenv("PS1");
+    ASSERT_TRUE(terminal->waitFor(ShellPrompt)) << terminal->seen;
+    terminal->type(std::string(Program) + " --address '" + address + "' --still --socket " + path + "\r");
+    ASSERT_TRUE(terminal->waitFor(Prompt)) << terminal->seen;
+    terminal->type("get cfg.lang");
+    ASSERT_TRUE(terminal->waitFor("lang"));
+    terminal->type("\x1a");
+    ASSERT_TRUE(terminal->waitFor(ShellPrompt)) << terminal->seen;
+    terminal->type("bg\r");
+    ASSERT_TRUE(terminal->waitFor(ShellPrompt)) << terminal->seen;
+    EXPECT_EQ(command({"get", "cfg.language"}), 0); // it goes on
+    terminal->type("echo $((40 + 2))\r");
+    ASSERT_TRUE(terminal->waitFor("42\r\n")) << terminal->seen;
+    ASSERT_TRUE(terminal->waitFor(ShellPrompt)) << terminal->seen;
+    terminal->type("fg\r");
+    ASSERT_TRUE(terminal->waitFor(std::string(Prompt) + "get cfg.lang")) << terminal->seen;
+    EXPECT_EQ(terminal->run("uage"), "int 0\r\n");
+    terminal->type("exit\r");
+    ASSERT_TRUE(terminal->waitFor(ShellPrompt)) << terminal->seen;
+    terminal->type("exit\r");
+    EXPECT_EQ(terminal->end(), 0);
 }
 
 // --- When there is none
