@@ -108,6 +108,9 @@ public:
         }
     }
 
+    // It is plugged in and out by itself, while values move.
+    bool isAutomatic = true;
+
     const Battery& battery(int number) const { return batteries[number]; }
     bool hasSupply() const { return isSupplied; }
     int32_t capacity() const
@@ -354,8 +357,6 @@ public:
             isPlugged = false; // by somebody
     }
 
-    std::shared_ptr<bool> isAutomatic = std::make_shared<bool>(true);
-
 private:
     static constexpr uint32_t Period = 5000; // ms for a percent
 
@@ -364,7 +365,7 @@ private:
     {
         if (terminal.number(ExtendedStatus, NormalOperation) == Stopping)
             return;
-        if (*isAutomatic && supply->present() > 0) {
+        if (supply->isAutomatic && supply->present() > 0) {
             if (!supply->hasSupply() && supply->capacity() <= PlugInPercent) {
                 supply->setSupply(true);
                 isPlugged = true;
@@ -392,9 +393,8 @@ const Word ChargeStates[] = {
 
 class SupplyActor : public CommandActor {
 public:
-    SupplyActor(const Surroundings& surroundings, std::shared_ptr<Supply> supply,
-                std::shared_ptr<bool> isAutomatic)
-        : CommandActor(surroundings, "supply"), supply(std::move(supply)), isAutomatic(std::move(isAutomatic))
+    SupplyActor(const Surroundings& surroundings, std::shared_ptr<Supply> supply)
+        : CommandActor(surroundings, "supply"), supply(std::move(supply))
     {
     }
 
@@ -406,7 +406,7 @@ protected:
             return "on, off or auto, not " + word;
         if (word == "off" && supply->present() == 0)
             return "there is no battery to run on";
-        *isAutomatic = word == "auto";
+        supply->isAutomatic = word == "auto";
         if (word != "auto")
             supply->setSupply(word == "on");
         return "";
@@ -414,15 +414,12 @@ protected:
 
 private:
     std::shared_ptr<Supply> supply;
-    std::shared_ptr<bool> isAutomatic;
 };
 
 class BatteryActor : public CommandActor {
 public:
-    BatteryActor(const Surroundings& surroundings, std::shared_ptr<Supply> supply,
-                 std::shared_ptr<bool> isAutomatic)
-        : CommandActor(surroundings, "battery"), supply(std::move(supply)),
-          isAutomatic(std::move(isAutomatic))
+    BatteryActor(const Surroundings& surroundings, std::shared_ptr<Supply> supply)
+        : CommandActor(surroundings, "battery"), supply(std::move(supply))
     {
     }
 
@@ -441,7 +438,7 @@ protected:
             return setTemperature(number, rest);
         if (rest.size() != 1)
             return "a battery, 1 or 2, and one word";
-        *isAutomatic = false;
+        supply->isAutomatic = false;
         return change(number, rest[0]);
     }
 
@@ -493,7 +490,6 @@ private:
     bool isTheLast(int number) const { return supply->battery(number).isPresent() && supply->present() == 1; }
 
     std::shared_ptr<Supply> supply;
-    std::shared_ptr<bool> isAutomatic;
 };
 
 } // namespace
@@ -501,11 +497,9 @@ private:
 void addPowerActors(const Surroundings& surroundings, Actors* actors)
 {
     auto supply = std::make_shared<Supply>(surroundings);
-    auto power = std::make_unique<PowerActor>(surroundings, supply);
-    auto isAutomatic = power->isAutomatic;
-    actors->push_back(std::move(power));
-    actors->push_back(std::make_unique<SupplyActor>(surroundings, supply, isAutomatic));
-    actors->push_back(std::make_unique<BatteryActor>(surroundings, supply, isAutomatic));
+    actors->push_back(std::make_unique<PowerActor>(surroundings, supply));
+    actors->push_back(std::make_unique<SupplyActor>(surroundings, supply));
+    actors->push_back(std::make_unique<BatteryActor>(surroundings, supply));
 }
 
 } // namespace sim

@@ -36,6 +36,7 @@ std::string giveCommand(const Surroundings& surroundings, const std::string& nam
     const Value* standing = surroundings.database.find(CommandError);
     const Value before = standing ? *standing : Value();
     surroundings.database.apply({{CommandPrefix + name, Value::text(words)}});
+    surroundings.database.apply({{CommandPrefix + name, Value()}}); // where nobody has taken it
     const std::string problem = surroundings.text(CommandError);
     surroundings.database.apply({{CommandError, before}});
     return problem;
