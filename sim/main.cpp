@@ -185,7 +185,7 @@ int runTerminal(const sim::CommandLine& line, const sim::Script& script)
         printf("terminalsim: listening on %s\n", terminal.address().c_str());
         fflush(stdout);
     }
-    int storyStatus = 0;
+    int storyStatus = line.scenario.empty() ? 0 : 1; // what is not carried out to its end has failed
     std::unique_ptr<sim::Scenario> scenario = makeScenario(line, script, desk, &storyStatus);
     if (scenario) {
         scenario->begin();

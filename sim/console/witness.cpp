@@ -19,8 +19,9 @@ const int ActiveBundles = 16; // the number of the status text
 const char PointingSignal[] = "bp_ctrl.pointing";
 
 // The commands that do nothing to the terminal.
-const char* const LookingCommands[] = {"wait", "pause",   "say",     "expect", "get",      "list",   "watch",
-                                       "help", "unwatch", "picture", "log",    "messages", "clients"};
+const char* const LookingCommands[] = {"wait", "pause",    "say",     "expect",  "get",
+                                       "list", "watch",    "unwatch", "help",    "picture",
+                                       "log",  "messages", "status",  "complete"};
 
 bool beginsWith(std::string_view text, std::string_view beginning)
 {
@@ -39,12 +40,20 @@ bool between(const std::string& line, const char* before, const char* behind, st
     return true;
 }
 
-// Of "<17.3> gui: text"; that of a line that has none is the lowest.
-int priorityOf(const std::string& line)
-{
-    const size_t dot = line.find_first_of(".>");
-    return line[0] == '<' && dot < 8 && line[dot] == '.' ? atoi(line.c_str() + dot + 1) : LOG_DEBUG;
-}
+// A log line, "<priority> ident: text". One without a head is all text, of the lowest priority.
+struct LogLine {
+    explicit LogLine(const std::string& line) : text(line)
+    {
+        const size_t head = line.find("> ");
+        const size_t colon = line.find(": ", head);
+        if (line.empty() || line[0] != '<' || colon == std::string::npos)
+            return;
+        priority = atoi(line.c_str() + 1);
+        text = line.substr(colon + 2);
+    }
+    int priority = LOG_DEBUG;
+    std::string text;
+};
 
 // The fixed part of a write: status, type, length, each of 4 bytes in host order; then the value.
 bool readWrite(std::string_view data, Value* value)
@@ -184,9 +193,9 @@ const Shown& Witness::shown()
 void Witness::noteLog(const std::string& line)
 {
     shown();
-    const size_t ident = line.find("]: ");
+    const LogLine parts(line);
     Noted noted;
-    noted.text = ident == std::string::npos ? line : line.substr(ident + strlen("]: "));
+    noted.text = parts.text;
     std::string text;
     if (between(line, "Window::ShowScreen(screenId=", "), addToHistory", &text)) {
         const std::string screen = text.substr(std::min(text.size(), text.find('(') + 1));
@@ -212,7 +221,7 @@ void Witness::noteLog(const std::string& line)
     } else if (line.find("Window::show(): About to show") != std::string::npos) {
         display.window = true;
     }
-    if (priorityOf(line) <= LOG_ERR)
+    if (parts.priority <= LOG_ERR)
         graveLine = noted.text;
     note(&log, noted);
 }

@@ -78,6 +78,8 @@ std::string checkArguments(const Words& words)
     if (words[0] == "expect") {
         Expectation expectation;
         expectation.parse(Words(words.begin() + 1, words.end()), &error);
+    } else if (words[0] == "exit" || words[0] == "quit") {
+        error = "a scenario ends with its last line";
     } else if ((words[0] == "wait" || words[0] == "pause") && !parseSeconds(words[1], &seconds)) {
         error = words[1] + " is no number of seconds from 0 to 3600";
     } else if (words[0] == "picture" &&
