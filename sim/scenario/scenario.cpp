@@ -5,6 +5,8 @@
 #include "sim/display/display.h"
 
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 
 namespace sim {
@@ -200,6 +202,8 @@ void Scenario::end(int status)
     timer.stop();
     watcher.stop();
     console.cancel();
+    if (!scratch.empty())
+        desk.pictures.clear();
     if (options.ended)
         options.ended(status);
 }

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <fstream>
 #include <gmock/gmock.h>
+#include <sys/prctl.h>
 #include <thread>
 
 using testing::EndsWith;
@@ -119,6 +120,85 @@ TEST_F(ScenarioTest, AWaitIsEndedByASignalWithStatus1)
     }
     process.signal(SIGINT);
     EXPECT_EQ(process.end(), 1);
+}
+
+// --- With a display: a small script that logs as the display does
+
+class DisplayScenarioTest : public ScenarioTest {
+protected:
+    // The script goes on behind what every display logs at its start.
+    int runWith(const std::string& script, const std::string& text)
+    {
+        const std::string program = directory.file("display");
+        std::ofstream(program)
+            << "#!/bin/sh\n"
+               "log() { echo \"<17.$1> gui[$$]: $2\" >>\"$SYSLOGTAP_FILE\"; }\n"
+               "screen() { log 7 \"Window::ShowScreen(screenId=$1), addToHistory=true\"; }\n"
+               "popup() { log 7 \"eventList[0]=$1, eventId=0x1, text=$2\"; }\n"
+               "status() { log 7 \"x: Successfully translated statusTextId=$1 to $2\"; }\n"
+               "kill -USR2 $APPMGR_PID\n"
+               "log 7 'About to run fdloop_loop(fdl)'\n"
+               "log 7 'Window::show(): About to show black splash screen'\n"
+            << script << "\nexec sleep 60\n";
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+        // Whatever it leaves behind becomes this process's child.
+        prctl(PR_SET_CHILD_SUBREAPER, 1);
+        const int status =
+            run(text, {"--quiet", "--display", program, "--display-log", directory.file("log")});
+        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process goes on";
+        return status;
+    }
+};
+
+TEST_F(DisplayScenarioTest, TheLogTellsWhatIsShown)
+{
+    EXPECT_EQ(runWith("screen '7 (SCREEN_STATUS'; status 12 Ready; log 7 'one line'",
+                      "expect live\n"
+                      "expect screen status\n"
+                      "expect status Ready\n"
+                      "expect popup none\n"
+                      "expect log \"one line\"\n"),
+              0)
+        << errors;
+    EXPECT_EQ(runWith("screen '7 (SCREEN_STATUS'; screen '11 (SCREEN_POPUP'; popup EV_ONE 'Two words';"
+                      "screen '12 (SCREEN_MENU'", // which waits behind the message
+                      "expect popup EV_ONE\nexpect popup \"Two words\"\nexpect screen popup\n"
+                      "expect screen menu within 0.3\n"),
+              1);
+    EXPECT_EQ(failure(), "4: expected the screen SCREEN_MENU within 0.3 s, it is SCREEN_POPUP\n");
+    EXPECT_EQ(runWith("status 0 Initializing", "expect live within 0.3\n"), 1);
+    EXPECT_EQ(
+        failure(),
+        "1: expected the display to show the terminal's state within 0.3 s, it shows \"Initializing\"\n");
+    EXPECT_EQ(runWith("status 10 Searching", "expect live within 0.3\n"), 0); // it stays so
+    EXPECT_EQ(runWith("", "expect log nothing within 0.3\n"), 1);
+    EXPECT_EQ(failure(), "1: expected a log line with \"nothing\" within 0.3 s, there was none\n");
+    EXPECT_EQ(runWith("", "expect crash within 0.3\n"), 1);
+    EXPECT_EQ(failure(), "1: expected the display to end and to be started again within 0.3 s, it did not\n");
+}
+
+TEST_F(DisplayScenarioTest, StartBeginsTheDisplayWhereItStands)
+{
+    EXPECT_EQ(runWith("log 7 begun", "set ram.some.key int:1\nstart\nexpect log begun\n"), 0) << errors;
+    EXPECT_EQ(runWith("log 7 begun", "pause 0.5\nstart dark\nexpect log begun\n"), 0) << errors;
+}
+
+TEST_F(DisplayScenarioTest, ADisplayThatEndsFailsTheStory)
+{
+    EXPECT_EQ(runWith("sleep 0.5; log 1 'Out of luck'; exit 3", "start\npause 30\n"), 1);
+    EXPECT_THAT(errors, HasSubstr(file + ":2: the display has ended by itself; its log: Out of luck\n"));
+    EXPECT_EQ(runWith("sleep 0.5; exit 0", "start\npause 30\n"), 1); // its window was closed
+    EXPECT_THAT(errors, HasSubstr(file + ":2: the display has ended by itself"));
+}
+
+TEST_F(DisplayScenarioTest, AnEndThatIsExpectedDoesNot)
+{
+    const std::string once =
+        "[ -e \"$SYSLOGTAP_FILE.once\" ] || { touch \"$SYSLOGTAP_FILE.once\"; sleep 0.5; exit 3; }";
+    EXPECT_EQ(runWith(once, "start\nexpect crash\nexpect log begun within 0\n"), 1);
+    EXPECT_THAT(failure(), testing::StartsWith("3: ")); // it came that far
+    EXPECT_EQ(runWith("", "start\ndisplay kill\npause 0.5\nexpect crash\npause 0.2\n"), 0) << errors;
+    EXPECT_EQ(runWith("", "start\ndisplay stop\npause 0.5\ndisplay start\npause 0.5\n"), 0) << errors;
 }
 
 TEST_F(ScenarioTest, TheCommandLineMustMakeSense)
