@@ -23,6 +23,8 @@ void DatabaseBus::registerValidator(const BusFrame& frame, const std::string&)
         report(frame, "bad name");
         return;
     }
+    if (!server.hasClient(frame.client)) // its message came late, and it has gone
+        return;
     validators[name] = frame.client;
 }
 

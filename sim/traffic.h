@@ -7,8 +7,8 @@
 //
 // First whose it is: "from" a client; "to" a client; "all" for a signal to everyone who wants it, with the
 // client that caused it, or 0 for the terminal itself. Then type, name (quoted if it is not one plain word),
-// and the data in one of the forms of dataForms in traffic.cpp, or as "hex 00 ff". Bytes that are no message
-// at all are told as "to 1 bytes hex 00 ff".
+// and the data in one of the forms of dataForms in traffic_data.cpp, or as "hex 00 ff". Bytes that are no
+// message at all are told as "to 1 bytes hex 00 ff".
 //
 // Plain functions without state: any thread.
 #ifndef SIM_TRAFFIC_H

@@ -109,9 +109,15 @@ TEST_F(FaultsTest, WhatAClientWroteComesLateThoughItHasGone)
         RawClient client(terminal.address());
         client.filter("config.change.ram");
         client.sendSignal("config.write.ram.a", writeOf(2));
+        client.sendSignal("config.validate.register", "ram."); // which counts no more
         client.sendRequest("config.stat.ram.a", {});
     }
     EXPECT_TRUE(terminal.waitForValue("ram.a", sim::Value::integer(2)));
+    RawClient another(terminal.address());
+    sim::VbufWriter records;
+    records.add(VX_CONFIG_TYPE_INT, "ram.a", word(3));
+    EXPECT_TRUE(another.ask("config.modifyv.blk", std::string(records.bytes())));
+    EXPECT_EQ(terminal.getInt("ram.a"), 3); // nobody was asked
 }
 
 TEST_F(FaultsTest, ADelayTakesNoMoreMemoryThanItsBound)
