@@ -21,6 +21,8 @@ namespace {
 constexpr int CommandPends = INT32_MIN;
 // So many commands of a compound in one go; then others have their turn.
 constexpr int MaxSteps = 64;
+// Bytes of output without a line feed, which "echo -n" could make for ever.
+constexpr size_t MaxPartial = 1024 * 1024;
 
 std::string formatted(const char* format, va_list arguments)
 {
@@ -93,6 +95,8 @@ void Console::Impl::put(std::string_view text)
         endLine();
     }
     partial.append(text);
+    if (partial.size() > MaxPartial)
+        endLine();
 }
 
 void Console::Impl::endLine()

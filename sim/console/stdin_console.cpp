@@ -183,9 +183,9 @@ private:
 
     int receive() override
     {
-        if (!tty.isForeground()) { // reading would stop the process
-            isReading = false;
-            return 1;
+        if (tcgetpgrp(STDIN_FILENO) >= 0 && !Tty::isForeground()) { // reading would stop the process
+            tty.look();
+            return 0;
         }
         char bytes[1024];
         ssize_t count = read(STDIN_FILENO, bytes, sizeof bytes);

@@ -30,9 +30,11 @@ public:
     // Puts the settings back.
     void end();
 
+    // Calls the function with what is the case, and again when a process in the background comes back.
+    void look();
+
 private:
     static int onContinued(int fd, void* data);
-    void look();
 
     fdloop_t* loop = nullptr;
     Foreground callback;

@@ -281,6 +281,13 @@ TEST_F(ConsoleTest, OutputComesInWholeLines)
     EXPECT_TRUE(session.isWhole);
 }
 
+TEST_F(ConsoleTest, OutputWithoutLineFeedsIsNotKeptForEver)
+{
+    const std::string half(600000, 'x');
+    EXPECT_EQ(session.output("repeat 3 echo -n " + half), half + half + "\n" + half + "\n");
+    EXPECT_TRUE(session.isWhole);
+}
+
 TEST_F(ConsoleTest, LinesThatLookLikeAnswersAreSetBack)
 {
     EXPECT_EQ(session.output("echo = ok"), " = ok\n");
