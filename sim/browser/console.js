@@ -86,11 +86,16 @@ export class ConsolePane {
         this.place = 0;      // in the history; its length: the line that is being typed
         this.typed = '';
         this.lines = [];     // that are to be shown with the next picture of the page
+        this.follows = true;
         form.addEventListener('submit', (event) => {
             event.preventDefault();
             this.enter();
         });
         input.addEventListener('keydown', (event) => this.onKey(event));
+        output.addEventListener('scroll', () => {
+            this.follows = output.scrollHeight - output.scrollTop - output.clientHeight < 24;
+        });
+        new ResizeObserver(() => this.follow()).observe(output);
         output.addEventListener('click', () => {
             if (window.getSelection().isCollapsed)
                 input.focus();
@@ -174,7 +179,6 @@ export class ConsolePane {
 
     showLines() {
         const output = this.output;
-        const follows = output.scrollHeight - output.scrollTop - output.clientHeight < 24;
         const added = document.createDocumentFragment();
         for (const { text, kind } of this.lines) {
             const line = document.createElement('div');
@@ -186,7 +190,12 @@ export class ConsolePane {
         output.append(added);
         while (output.childElementCount > MOST_LINES)
             output.firstElementChild.remove();
-        if (follows)
-            output.scrollTop = output.scrollHeight;
+        this.follow();
+    }
+
+    // Stays at the end, unless somebody reads further up.
+    follow() {
+        if (this.follows)
+            this.output.scrollTop = this.output.scrollHeight;
     }
 }

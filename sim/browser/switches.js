@@ -30,7 +30,7 @@ export class Switches {
             battery: this.slider('battery', (value) => `battery ${value}`, (value) => `${value} %`),
             signal: this.slider('signal', (value) => `signal ${value}`, (value) => `${Number(value).toFixed(1)} dBHz`),
         };
-        this.toggle('supply', (on) => `battery supply ${on ? 'on' : 'off'}`);
+        this.toggle('supply', (on) => `supply ${on ? 'on' : 'off'}`);
         this.toggle('sim', (on) => `sim ${on ? 'insert' : 'remove'}`);
         rows.querySelectorAll('[data-alert]').forEach((button) => {
             const severity = button.dataset.alert;
