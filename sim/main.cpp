@@ -59,7 +59,8 @@ std::string besideProgram(const char* name)
 
 // Null if none is wanted.
 std::unique_ptr<sim::Display> makeDisplay(const sim::CommandLine& line, sim::Terminal& terminal,
-                                          std::function<void(const std::string&)> tell, int* status)
+                                          std::function<void(const std::string&)> tell,
+                                          std::function<void(int)> ended)
 {
     if (line.display.empty())
         return nullptr;
@@ -74,12 +75,7 @@ std::unique_ptr<sim::Display> makeDisplay(const sim::CommandLine& line, sim::Ter
     options.syslogLibrary =
         line.syslogLibrary.empty() ? besideProgram("libsyslogtap.so") : line.syslogLibrary;
     options.tell = std::move(tell);
-    const bool isStory = !line.scenario.empty() && !line.stay;
-    options.ended = [&terminal, status, isStory](int ended) {
-        *status = ended;
-        if (!isStory) // a scenario finds out itself, and tells where it was
-            terminal.requestQuit();
-    };
+    options.ended = std::move(ended);
     return std::make_unique<sim::Display>(terminal.loop(), options);
 }
 
@@ -157,7 +153,13 @@ int runTerminal(const sim::CommandLine& line, const sim::Script& script)
     terminal.setAll(line.values);
     takeSignals(&terminal);
     int displayStatus = 0;
-    std::unique_ptr<sim::Display> display = makeDisplay(line, terminal, tell, &displayStatus);
+    std::unique_ptr<sim::Scenario> scenario;
+    auto displayEnded = [&](int status) {
+        displayStatus = status;
+        if (!scenario || !scenario->displayEnded()) // which tells where it was
+            terminal.requestQuit();
+    };
+    std::unique_ptr<sim::Display> display = makeDisplay(line, terminal, tell, displayEnded);
 
     sim::Desk desk{terminal, terminal.loop()};
     desk.speed = options.speed;
@@ -186,7 +188,7 @@ int runTerminal(const sim::CommandLine& line, const sim::Script& script)
         fflush(stdout);
     }
     int storyStatus = line.scenario.empty() ? 0 : 1; // what is not carried out to its end has failed
-    std::unique_ptr<sim::Scenario> scenario = makeScenario(line, script, desk, &storyStatus);
+    scenario = makeScenario(line, script, desk, &storyStatus);
     if (scenario) {
         scenario->begin();
     } else if (display && !display->start(&error)) {

@@ -13,6 +13,7 @@ namespace sim {
 namespace {
 
 const uint32_t LookInterval = 100; // ms
+const uint32_t RestartTime = 2000; // ms in which a display that has crashed is there again
 const uint32_t StartLimit = 20000; // ms until the display shows something
 const char ErrorMark[] = "error: ";
 const char* const Blanks = " \t\r\n";
@@ -72,6 +73,12 @@ void Scenario::advance()
         return;
     }
     if (!current()) {
+        // One that has just gone may be on its way to be started again, which would be a crash.
+        if (isStarted && !isLate && desk.display->state() == Display::State::Stopped) {
+            isLate = true;
+            timer.once(RestartTime, [this] { advance(); });
+            return;
+        }
         end(0);
         return;
     }
@@ -166,12 +173,11 @@ bool Scenario::crashIsAllowed() const
            (next < script.steps.size() && isExpectCrash(&script.steps[next]));
 }
 
-// Why the display is not there any more; empty if it is, or needn't be.
+// Why the display is not there any more; empty if it is, or needn't be. One that the terminal itself has
+// switched off has not crashed: that is known of those that had to be started again, or that nobody starts.
 std::string Scenario::crashed() const
 {
-    if (!isStarted || crashIsAllowed())
-        return std::string();
-    if (desk.witness->crashes() == 0 && desk.display->state() != Display::State::Stopped)
+    if (!isStarted || crashIsAllowed() || (desk.witness->crashes() == 0 && !isGone))
         return std::string();
     const std::string last = desk.witness->lastWords();
     return "the display has ended by itself" + (last.empty() ? std::string() : "; its log: " + last);
@@ -199,6 +205,7 @@ void Scenario::fail(const std::string& what)
 
 void Scenario::end(int status)
 {
+    isOver = true;
     timer.stop();
     watcher.stop();
     console.cancel();

@@ -30,6 +30,12 @@ public:
     Scenario& operator=(const Scenario&) = delete;
 
     void begin();
+    // The display has ended for good, and nobody will start it again. False if the story is over already.
+    bool displayEnded()
+    {
+        isGone = true;
+        return !isOver;
+    }
 
 private:
     void advance();
@@ -54,6 +60,9 @@ private:
     bool isRunning = false; // the line at hand
     bool isStarted = false; // the display
     bool mayEnd = false;    // the display was told to
+    bool isGone = false;    // for good
+    bool isOver = false;
+    bool isLate = false;    // the last moments, in which a crash may still show
     uint32_t startedAt = 0; // of the display, fdloop_time_ms()
     unsigned pictures = 0;
     std::string partial; // output without the end of its line
