@@ -74,12 +74,13 @@ struct Display::Impl {
     static int onSignal(int fd, void* data);
     bool takeSignals();
     void onSignOfLife();
+    void send(int signo);
     void ask();
     void onSilence();
     void reap();
     void onEnd(int status);
     std::string reasonOfEnd(int status) const;
-    void tellEnd(int status);
+    void tellEnd(pid_t ended, int status);
     void goOn(uint32_t life);
     void startAgain();
     void heard(const std::string& line);
@@ -104,6 +105,7 @@ struct Display::Impl {
     unsigned shortLives = 0; // in a row
     bool answered = true;    // the last question
     bool stopping = false;
+    bool goesOn = false; // it is to be started again when it ends
     std::vector<std::function<void()>> stopped;
 
     Timer questions;
@@ -275,12 +277,19 @@ void Display::Impl::onSignOfLife()
     questions.every(options.pingInterval, [this] { ask(); });
 }
 
+// Never to -1 or 0, which mean all processes and this one's group.
+void Display::Impl::send(int signo)
+{
+    if (pid > 0)
+        kill(pid, signo);
+}
+
 void Display::Impl::ask()
 {
     if (answered)
         patience.once(options.pingTimeout, [this] { onSilence(); });
     answered = false;
-    kill(pid, SIGUSR2);
+    send(SIGUSR2);
 }
 
 // If it was this process that had to wait, the answer may be there already.
@@ -296,7 +305,7 @@ void Display::Impl::onSilence()
     }
     options.tell("the display (pid " + std::to_string(pid) + ") has given no sign of life for " +
                  seconds(options.pingTimeout) + ": it is killed");
-    kill(pid, SIGKILL);
+    send(SIGKILL);
 }
 
 // --- The end
@@ -308,18 +317,21 @@ void Display::Impl::reap()
         onEnd(status);
 }
 
+// Whoever is told of it may call anything here, so the state is right before anybody is.
 void Display::Impl::onEnd(int status)
 {
     uint32_t life = fdloop_time_ms() - startTime;
-    log.readToTheEnd();
+    pid_t ended = pid;
+    bool wanted = stopping;
     for (Timer* timer : {&questions, &patience, &killer})
         timer->stop();
-    bool wanted = stopping;
-    if (!wanted)
-        tellEnd(status);
     pid = -1;
     state = State::Stopped;
     stopping = false;
+    goesOn = !wanted;
+    log.readToTheEnd();
+    if (!wanted)
+        tellEnd(ended, status);
     keys.displayEnded();
     pictures.displayEnded();
     if (wanted) {
@@ -329,7 +341,7 @@ void Display::Impl::onEnd(int status)
             function();
     } else if (WIFEXITED(status) && WEXITSTATUS(status) == 0) {
         options.ended(0);
-    } else {
+    } else if (goesOn) {
         goOn(life);
     }
 }
@@ -349,9 +361,9 @@ std::string Display::Impl::reasonOfEnd(int status) const
     return text;
 }
 
-void Display::Impl::tellEnd(int status)
+void Display::Impl::tellEnd(pid_t ended, int status)
 {
-    std::string text = "the display (pid " + std::to_string(pid) + ")" + reasonOfEnd(status);
+    std::string text = "the display (pid " + std::to_string(ended) + ")" + reasonOfEnd(status);
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0) {
         options.tell(text);
         return;
@@ -385,7 +397,8 @@ void Display::Impl::goOn(uint32_t life)
         return;
     }
     options.tell("the display is started again in " + seconds(options.restartDelay));
-    delay.once(options.restartDelay, [this] { startAgain(); });
+    if (goesOn)
+        delay.once(options.restartDelay, [this] { startAgain(); });
 }
 
 void Display::Impl::startAgain()
@@ -403,6 +416,7 @@ void Display::Impl::startAgain()
 void Display::Impl::stop(std::function<void()> function)
 {
     delay.stop();
+    goesOn = false;
     shortLives = 0;
     if (pid < 0) {
         function();
@@ -414,9 +428,9 @@ void Display::Impl::stop(std::function<void()> function)
     stopping = true;
     questions.stop();
     patience.stop();
-    kill(pid, SIGTERM);
-    kill(pid, SIGCONT); // one that was frozen
-    killer.once(StopPatience, [this] { kill(pid, SIGKILL); });
+    send(SIGTERM);
+    send(SIGCONT); // one that was frozen
+    killer.once(StopPatience, [this] { send(SIGKILL); });
 }
 
 // --- Keys, pictures, log

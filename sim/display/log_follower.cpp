@@ -63,7 +63,7 @@ bool isOutputLine(const std::string& readable)
 }
 
 LogFollower::LogFollower(fdloop_t* loop, std::function<void(const std::string&)> heard)
-    : loop(loop), heard(std::move(heard)), watch(loop), again(loop)
+    : heard(std::move(heard)), watch(loop), again(loop)
 {
 }
 

@@ -46,7 +46,6 @@ private:
     void take(const char* bytes, size_t count);
     void endLine();
 
-    fdloop_t* loop;
     std::function<void(const std::string&)> heard;
     Watch watch;
     Timer again;

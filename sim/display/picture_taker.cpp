@@ -114,7 +114,7 @@ void PictureTaker::tryToAsk()
         return;
     }
     step = Step::Asked;
-    kill(display, SIGUSR1);
+    kill(display, SIGUSR1); // it is above 0: see ready
 }
 
 // False with errno if it can't be had, or not yet. The display does not make its directory.
