@@ -88,7 +88,11 @@ public:
             close(master);
         master = -1;
     }
-    void signal(int number) { kill(pid, number); }
+    void signal(int number)
+    {
+        if (pid > 0) // else it is every process
+            kill(pid, number);
+    }
     // The status as waitpid has it; -1 if it goes on.
     int waitForChange(int options = 0)
     {

@@ -82,7 +82,11 @@ public:
     // The next line of standard output without its end; empty at the end of the stream or after ten seconds.
     std::string line() { return lineOf(out); }
     std::string errorLine() { return lineOf(err); }
-    void signal(int number) { kill(pid, number); }
+    void signal(int number)
+    {
+        if (pid > 0) // else it is every process
+            kill(pid, number);
+    }
     // Waits for the end. Returns the exit status, or -1 for an end by a signal.
     int end()
     {

@@ -1,5 +1,6 @@
 // Recordings: what the file holds, how it is given again, and what is told of files that are none.
 #include "console_session.h"
+#include "process.h"
 #include "raw_client.h"
 #include "temporary_directory.h"
 
@@ -581,4 +582,33 @@ TEST_F(RecordingTest, SoManyMessagesASecondAreToldAndHowManyMoreThereWere)
     });
     EXPECT_TRUE(console.waitFor("* 30 messages left out\n"));
     EXPECT_THAT(console.output(), AllOf(HasSubstr("ram.a = int 49\n"), Not(HasSubstr("ram.a = int 50\n"))));
+}
+
+// --- The program's options
+
+TEST_F(RecordingTest, TheProgramRecordsFromItsStartAndGivesItAgain)
+{
+    {
+        Process process({"--address", privateAddress(), "--still", "--record", file, "--console"}, true);
+        EXPECT_THAT(process.line(), StartsWith("terminalsim: listening on "));
+        process.write("set ram.mark int:3\nquit\n");
+        EXPECT_EQ(process.end(), 0);
+    }
+    EXPECT_THAT(read(file), HasSubstr(" all 0 signal 0.0 config.change.ram records ram.mark = int 3\n"));
+    Process process({"--address", privateAddress(), "--still", "--replay", file});
+    EXPECT_THAT(process.line(), StartsWith("terminalsim: listening on "));
+    EXPECT_EQ(process.errorLine(), "terminalsim: 0 of 0 writes of clients came again, and 0 others");
+    process.signal(SIGTERM);
+    EXPECT_EQ(process.end(), 0);
+}
+
+TEST_F(RecordingTest, TheProgramEndsForABadFile)
+{
+    std::string bad = write("a diary\n");
+    Process replay({"--address", privateAddress(), "--replay", bad});
+    EXPECT_EQ(replay.end(), 1);
+    EXPECT_EQ(replay.errors, "terminalsim: " + bad + ":1: not a recording of terminalsim\n");
+    Process record({"--address", privateAddress(), "--record", bad});
+    EXPECT_EQ(record.end(), 1);
+    EXPECT_EQ(record.errors, "terminalsim: " + bad + ": there is a file that is no recording\n");
 }
