@@ -31,8 +31,8 @@ const std::vector<FaultStatus>& faultStatuses()
 }
 
 Faults::Faults(fdloop_t* loop, Database& database, BusServer& server, Hooks hooks)
-    : loop(loop), database(database), server(server), hooks(std::move(hooks)), lateTimer(loop),
-      stopTimer(loop), floodTimer(loop)
+    : database(database), server(server), hooks(std::move(hooks)), lateTimer(loop), stopTimer(loop),
+      floodTimer(loop)
 {
 }
 

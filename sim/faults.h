@@ -126,7 +126,6 @@ private:
     void changeOne();
     void endFlood();
 
-    fdloop_t* loop;
     Database& database;
     BusServer& server;
     Hooks hooks;
