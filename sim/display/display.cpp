@@ -105,7 +105,7 @@ struct Display::Impl {
     unsigned shortLives = 0; // in a row
     bool answered = true;    // the last question
     bool stopping = false;
-    bool goesOn = false; // it is to be started again when it ends
+    bool goesOn = false; // it has ended and is to be started again, unless somebody stops or starts it
     std::vector<std::function<void()>> stopped;
 
     Timer questions;
@@ -228,6 +228,7 @@ bool Display::Impl::start(std::string* error)
         return false;
     }
     delay.stop();
+    goesOn = false;
     if (!prepare(error))
         return false;
     linesBefore = log.count();
@@ -330,10 +331,10 @@ void Display::Impl::onEnd(int status)
     stopping = false;
     goesOn = !wanted;
     log.readToTheEnd();
-    if (!wanted)
-        tellEnd(ended, status);
     keys.displayEnded();
     pictures.displayEnded();
+    if (!wanted)
+        tellEnd(ended, status);
     if (wanted) {
         std::vector<std::function<void()>> waiting;
         waiting.swap(stopped);
