@@ -328,7 +328,7 @@ TEST_F(DisplayTest, ADisplayThatDoesNotAnswerIsKilledAndStartedAgain)
     ASSERT_TRUE(waitForRunning());
     std::string name = "the display (pid " + std::to_string(display->pid()) + ")";
     ASSERT_TRUE(waitForRestarts(1));
-    EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(1000));
+    EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(990)); // the loop's clock has whole ms
     EXPECT_THAT(told,
                 ElementsAre(name + " has given no sign of life for 1 s: it is killed",
                             name + " was ended by signal 9 (Killed), without a line in its log",
@@ -516,7 +516,7 @@ TEST_F(DisplayTest, StopEndsAFrozenOneAndOneThatTakesNoNotice)
     auto begin = Clock::now();
     display->stop([&] { stopped = true; });
     EXPECT_TRUE(runUntil([&] { return stopped; }));
-    EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(3000));
+    EXPECT_GE(Clock::now() - begin, std::chrono::milliseconds(2990)); // the loop's clock has whole ms
 }
 
 TEST_F(DisplayTest, StopForgetsTheNextStart)
