@@ -133,7 +133,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     used.clear();
     domain = kind = -1;
     const std::string rest = input.rest();
-    const auto text = fuzz::exactCopy(reinterpret_cast<const uint8_t*>(rest.c_str()), strlen(rest.c_str()) + 1);
+    const auto text =
+        fuzz::exactCopy(reinterpret_cast<const uint8_t*>(rest.c_str()), strlen(rest.c_str()) + 1);
     const int fd = functions[how % 3](reinterpret_cast<const char*>(text.get()));
     if (fd >= 0)
         close(fd);

@@ -186,9 +186,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         addRows(conn);
     else
         cbus_conn_set_rx_cb(conn, onSignal, onRequest, onReply);
-    const bool survived = fuzz::survives(
-        [&] { run(*bus, conn, loop, mode, stream); },
-        {"*** ASSERT in cbus_sock_impl at ", "Invalid message type [", "Cookie mismatch ("});
+    const bool survived =
+        fuzz::survives([&] { run(*bus, conn, loop, mode, stream); },
+                       {"*** ASSERT in cbus_sock_impl at ", "Invalid message type [", "Cookie mismatch ("});
     cbus_debug = false;
     if (!(mode & (WAIT | ACT)))
         check(delivered == walk(stream), "other messages than those that were sent");

@@ -108,7 +108,8 @@ public:
     std::string line()
     {
         const void* const end = left ? memchr(at, '\n', left) : nullptr;
-        const std::string text = bytes(end ? static_cast<size_t>(static_cast<const uint8_t*>(end) - at) : left);
+        const std::string text =
+            bytes(end ? static_cast<size_t>(static_cast<const uint8_t*>(end) - at) : left);
         byte();
         return text;
     }

@@ -49,9 +49,9 @@ void repeat(const std::vector<Entry>& entries)
     uint32_t length = 0;
     for (const Entry& entry : entries) {
         const void* const value = entry.value.empty() ? nullptr : entry.value.data();
-        length = config_vbuf_add(&buffer, length, nullptr, entry.type, entry.key.c_str(), value,
-                                 static_cast<uint32_t>(entry.value.size()),
-                                 static_cast<int8_t>(entry.status));
+        length =
+            config_vbuf_add(&buffer, length, nullptr, entry.type, entry.key.c_str(), value,
+                            static_cast<uint32_t>(entry.value.size()), static_cast<int8_t>(entry.status));
     }
     Told again = {reinterpret_cast<const char*>(buffer), length, {}};
     check(config_vbuf_parse(buffer, length, take, &again) == 0, "an own buffer is broken");
@@ -68,9 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     fuzz::Blocks blocks;
     int result = 0;
     const bool survived = fuzz::survives(
-        [&] {
-            result = config_vbuf_parse(buffer.get(), static_cast<uint32_t>(size), take, &told);
-        },
+        [&] { result = config_vbuf_parse(buffer.get(), static_cast<uint32_t>(size), take, &told); },
         {"*** ASSERT in config_vbuf at "});
     check(!survived || result == 0 || result == VX_CONFIG_ERR, "a result of nobody");
     repeat(told.entries);
