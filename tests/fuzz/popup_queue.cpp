@@ -6,9 +6,7 @@
 // the timer runs; and an input that takes longer than LIMIT_MS, as on a busy machine, ends there. With the
 // application comes its bus thread and a terminal with an empty database, as in the tests.
 // No legal end.
-#include "fuzz/qttarget.h"
-
-#include "screens/popupfixture.h"
+#include "fuzz/windowtarget.h"
 
 using fuzz::check;
 using namespace windowfixture;
@@ -184,7 +182,7 @@ private:
 // The real one.
 class Panel {
 public:
-    Panel() { QCoreApplication::sendPostedEvents(); }
+    Panel() : fixture(*fuzz::startWindow()) {}
 
     ScreenPopup& screen() { return *fixture.screen; }
     bool visible() const { return fixture.window.isSetToVisibleScreen(fixture.screen); }
@@ -199,23 +197,12 @@ public:
             &ScreenPopup::keyUpClicked, &ScreenPopup::keyDownClicked};
         (screen().*keys[key])();
     }
-    // An empty queue, nothing on display, the antenna at rest.
-    void reset()
-    {
-        fixture.autoClose()->stop();
-        while (!screen().events().isEmpty())
-            screen().closePopup(screen().events().at(0).eventId, true);
-        fixture.autoClose()->stop();
-        model()->setPointingMode(POINTING_STATUS_POINTED);
-        QCoreApplication::processEvents();
-        screen().showNextEvent();
-        check(screen().events().isEmpty(), "the queue fills itself");
-    }
+    void reset() { fuzz::resetPopups(fixture); }
     bool timerRuns() const { return fixture.autoClose()->isActive(); }
     std::string label() const { return fixture.text()->text().toStdString(); }
 
 private:
-    PopupFixture fixture;
+    PopupFixture& fixture;
 };
 
 void compare(Panel& panel, const Model& model)
@@ -312,34 +299,13 @@ void operate(Panel& panel, Model& model, fuzz::Input& input)
     }
 }
 
-Panel* start()
-{
-    fuzz::prepareQt();
-    sim::TerminalOptions options = emptyTerminal();
-    options.record = false;
-    terminalPointer() = new sim::Terminal(options);
-    terminal().useForProcess();
-    syslogtap_start();
-    static char name[] = "fuzz", debug[] = "logQtDebug";
-    static char* arguments[] = {name, debug, nullptr};
-    static int count = 2;
-    GuiApp::createInstance(count, arguments);
-    if (!QTest::qWaitFor([] { return logHolds("About to run fdloop_loop"); }, 60000))
-        fuzz::fail("the bus thread did not come up");
-    syslogtap_stop();
-    syslogtap_clear();
-    resetForPopups();
-    atexit([] { _exit(0); }); // the bus thread never ends; nothing may be destroyed under it
-    return new Panel;
-}
-
 Panel* panel;
 
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    panel = start();
+    panel = new Panel;
     return 0;
 }
 
