@@ -8,7 +8,6 @@
 // No legal end.
 #include "fuzz/windowtarget.h"
 
-using fuzz::check;
 using namespace windowfixture;
 
 namespace {
@@ -205,8 +204,20 @@ private:
     PopupFixture& fixture;
 };
 
+// A finding comes with the log of its input.
+void check(bool holds, const char* text)
+{
+    if (holds)
+        return;
+    for (const syslogtap::Line& line : syslogtap::lines())
+        fprintf(stderr, "%s\n", line.text.c_str());
+    fuzz::fail(text);
+}
+
 void compare(Panel& panel, const Model& model)
 {
+    check((windowfixture::model()->getPointingMode() == POINTING_STATUS_POINTING) == model.pointing,
+          "another state of the antenna");
     const QList<popup_event_t>& events = panel.screen().events();
     check(size_t(events.size()) == model.list.size(), "another length of the queue");
     int warnings = 0;
@@ -314,6 +325,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     fuzz::Input input(data, size);
     Model model;
     panel->reset();
+    syslogtap_start();
     QElapsedTimer clock;
     clock.start();
     fuzz::survives(

@@ -33,6 +33,10 @@ inline PopupFixture* startWindow()
     for (int signo : {SIGABRT, SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGINT, SIGTERM})
         signal(signo, SIG_DFL);
     resetForPopups();
+    // Without a radio module that operates, the bus thread's poll would forget where the antenna points.
+    terminal().setString("rmcfg.sys.status.mode", "operating");
+    if (!QTest::qWaitFor([] { return model()->getRmOperating() == 1; }, 60000))
+        fail("the radio module is not polled");
     atexit([] { _exit(0); }); // the bus thread never ends; nothing may be destroyed under it
     return new PopupFixture;
 }
