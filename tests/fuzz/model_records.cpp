@@ -98,6 +98,7 @@ void askAll(StatusUpdater& model)
     for (const bundle_t& bundle : model.getDefinedBundles()) {
         bundle_t found;
         check(model.getBundleByBundleNumber(bundle.bundleNumber, &found), "a bundle that is not there");
+        check(bundle.name.size() <= 299, "a name without an end");
         model.bondingDemandsReached(bundle);
         model.getBackgroundTotalStr(bundle);
     }
