@@ -112,7 +112,7 @@ void RichTextTest::pictureOfAFileIsNotRead()
     PopupFixture f;
     f.add(A, EVENT_WARNING, POPUP_CLOSE_OK, 0, 0, "<html>words<img src=\"" + file + "\">");
     QCOMPARE(f.text()->text(), QString("<html>words"));
-    QVERIFY(f.text()->height() < 52);
+    QCOMPARE(f.text()->height(), 52); // with the picture it would be 200 and more
     QCOMPARE(f.list(), QString("A"));
 }
 
