@@ -23,6 +23,8 @@ const char START_BUNDLE_KEY[] = "ram.local_gui_display.start_bundle_number";
 const int START_PAUSE_MS = 200;
 const int BONDING_RATE = 897; // kbit/s, the least that one terminal can't give alone
 
+const int BUNDLE_NAME_MAX = 299; // characters; as much as is taken of any other text of the database
+
 // The whole numbers of a connection, in the order in which they are read.
 struct ConnectionField {
     const char* suffix;
@@ -100,6 +102,17 @@ void completeBundle(bundle_t& bundle)
         bundle.totalMaxBitRateDownload >= BONDING_RATE || bundle.totalMaxBitRateUpload >= BONDING_RATE;
 }
 
+// Whoever set the bundle up chose the name, and whatever shows it lays it out whole: it must have an end.
+QString boundedName(const config_data_t& record)
+{
+    const QString name = recordText(record);
+    if (name.size() <= BUNDLE_NAME_MAX)
+        return name;
+    logWarning() << "setDefinedBundlesCfg: Error: name=" << record.name << " has "
+                 << static_cast<int>(name.size()) << " characters, cut to " << BUNDLE_NAME_MAX;
+    return name.left(BUNDLE_NAME_MAX);
+}
+
 bundle_t* findBundle(QList<bundle_t>& bundles, int bundleNumber)
 {
     for (bundle_t& bundle : bundles)
@@ -145,7 +158,7 @@ void StatusUpdater::addDefinedBundleRecord(QList<bundle_t>& bundles, const confi
     if (rest.endsWith(nameSuffix)) {
         rest.chop(nameSuffix.size());
         if (record.type == VX_CONFIG_TYPE_STRING)
-            addBundleName(bundles, rest.toInt(), recordText(record));
+            addBundleName(bundles, rest.toInt(), boundedName(record));
         else // the text bears an older name of this function
             logWarning() << "handleConfigChangedDefinedBundlesCfg: Error: Unexpected type. Expected "
                             "VX_CONFIG_TYPE_STRING for name="

@@ -5,6 +5,7 @@
 #include "app/guiapp.h"
 #include "common/checked.h"
 #include "common/log.h"
+#include "common/richtext.h"
 #include "model/event_ids.h"
 #include "model/statusupdater.h"
 #include "runtime/config_client_api.h"
@@ -130,8 +131,9 @@ void ScreenPopup::createTimers()
 
 bool ScreenPopup::updatePopupButtonsAndText(const popup_event_t& popup)
 {
-    const bool popupTextChanged = pTextLabel->text() != popup.text;
+    const QString before = pTextLabel->text();
     showText(popup);
+    const bool popupTextChanged = pTextLabel->text() != before;
     showButtons(popup);
     return popupTextChanged;
 }
@@ -146,8 +148,10 @@ void ScreenPopup::showText(const popup_event_t& popup)
     pTextLabel->setTextFormat(isRichText ? Qt::RichText : Qt::PlainText);
     const LANG_ENUM fontLanguage = pStatusUpdater->unicodeNeeded(popup.text) ? LANG_RUSSIAN : LANG_UNDEFINED;
     pTextLabel->setFont(*GuiApp::getFont(FONT_SIZE, fontLanguage));
-    pTextLabel->setText(popup.text);
-    const int textHeight = pTextLabel->sizeHint().height();
+    // Names and alerts come here as they were chosen: what they ask Qt to load must not be loaded.
+    pTextLabel->setText(isRichText ? harmlessRichText(popup.text) : popup.text);
+    // A picture in the text may claim any height; no label is higher than this.
+    const int textHeight = qMin(pTextLabel->sizeHint().height(), QWIDGETSIZE_MAX);
     textScrolls = textHeight > TEXT_FRAME_HEIGHT;
     pTextLabel->setFixedHeight(textHeight);
     // The captions lie over the frame's last pixels: what swings passes behind them.

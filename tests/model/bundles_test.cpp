@@ -71,6 +71,19 @@ private slots:
         QVERIFY(!bus->log.withPrefix("StatusUpdater::debugDefinedBundles(): After sort").isEmpty());
     }
 
+    // The popup that tells of a start lays the name out whole, on the thread of the screens.
+    void longNameIsCut()
+    {
+        define(Records()
+                   .text("cfg.admin.bundle.4.name", std::string(299, 'n'))
+                   .text("cfg.admin.bundle.5.name", std::string(200000, 'n')));
+        QCOMPARE(bundleOf(4).name, QString(299, QChar('n')));
+        QCOMPARE(bundleOf(5).name, QString(299, QChar('n')));
+        QCOMPARE(bus->log.count("setDefinedBundlesCfg: Error: name=cfg.admin.bundle.5.name has 200000 "
+                                "characters, cut to 299"),
+                 1);
+    }
+
     void connectionsComeByTheirIndex()
     {
         setConnection(7, "Seven", 11, 22);
