@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <tuple>
 
 // Priority of an event, ascending.
 enum EVENT_SEVERITY_ENUM : int {
@@ -44,6 +45,22 @@ inline bool operator!=(const fmmi_evt_t& a, const fmmi_evt_t& b)
 {
     return !(a == b);
 }
+
+// Some order of events, in which those that are the same, and no others, are equivalent.
+struct EventOrder {
+    typedef std::tuple<uint32_t, uint32_t, int, int> Numbers;
+
+    static Numbers numbersOf(const fmmi_evt_t& event)
+    {
+        return Numbers(event.identifier, event.sub_id, event.severity, event.state);
+    }
+    bool operator()(const fmmi_evt_t* a, const fmmi_evt_t* b) const
+    {
+        const Numbers left = numbersOf(*a);
+        const Numbers right = numbersOf(*b);
+        return left != right ? left < right : std::strcmp(a->shorttext, b->shorttext) < 0;
+    }
+};
 
 // An alert while it is put together from the records ram.log.alert.<index>.<field>.
 struct database_evt_type {
