@@ -1,0 +1,131 @@
+// Preloaded into a test that runs under qemu-user: whatever that test starts for the same foreign machine is
+// started under qemu as well, as the kernel itself could not. Programs of the machine at hand start as they
+// are, and without what was preloaded, which they could not load.
+//
+// Between fork and exec: allocates nothing but stack, locks nothing. Programs found by name along PATH are
+// taken; the execl family is not, nor is posix_spawn.
+#include <alloca.h>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+const size_t FIRST_ARGUMENTS = 6; // those that stand before the program's own
+const char PRELOAD[] = "LD_PRELOAD=";
+const char EMULATED_ENVIRONMENT[] = "QEMU_SET_ENV=";
+
+// An ELF file for 32-bit ARM.
+bool isForeign(const char* path)
+{
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        return false;
+    }
+    unsigned char head[20] = {};
+    const ssize_t size = read(file, head, sizeof(head));
+    close(file);
+    const unsigned char elf32[] = {0x7f, 'E', 'L', 'F', 1};
+    const unsigned machine = head[18] | unsigned(head[19]) << 8;
+    const unsigned arm = 40;
+    return size == ssize_t(sizeof(head)) && std::memcmp(head, elf32, sizeof(elf32)) == 0 && machine == arm;
+}
+
+size_t countOf(char* const list[])
+{
+    size_t count = 0;
+    while (list[count]) {
+        ++count;
+    }
+    return count;
+}
+
+bool hasName(const char* variable, const char* name)
+{
+    return std::strncmp(variable, name, std::strlen(name)) == 0;
+}
+
+// Copies the environment without what is preloaded; returns what that was, this library if nothing.
+const char* copyWithoutPreload(char* const from[], char** to)
+{
+    const char* preloaded = THIS_LIBRARY;
+    for (; *from; ++from) {
+        if (hasName(*from, PRELOAD)) {
+            preloaded = *from + std::strlen(PRELOAD);
+        } else if (!hasName(*from, EMULATED_ENVIRONMENT)) {
+            *to++ = *from;
+        }
+    }
+    *to = nullptr;
+    return preloaded;
+}
+
+int run(const char* path, char* const arguments[], char* const environment[])
+{
+    return int(syscall(SYS_execve, path, arguments, environment));
+}
+
+int runEmulated(const char* path, char* const arguments[], char** environment, const char* preloaded)
+{
+    const size_t own = countOf(arguments);
+    char** all = static_cast<char**>(alloca((FIRST_ARGUMENTS + own + 1) * sizeof(char*)));
+    const char* const first[FIRST_ARGUMENTS] = {EMULATOR, "-L", SYSROOT, "-0", own ? arguments[0] : path,
+                                                path};
+    for (size_t i = 0; i < FIRST_ARGUMENTS; ++i) {
+        all[i] = const_cast<char*>(first[i]);
+    }
+    size_t count = FIRST_ARGUMENTS;
+    for (size_t i = 1; i < own; ++i) {
+        all[count++] = arguments[i];
+    }
+    all[count] = nullptr;
+
+    const size_t variables = countOf(environment);
+    const size_t size =
+        sizeof(EMULATED_ENVIRONMENT) + sizeof(PRELOAD) + sizeof(THIS_LIBRARY) + std::strlen(preloaded) + 2;
+    char* text = static_cast<char*>(alloca(size));
+    const bool known = std::strstr(preloaded, THIS_LIBRARY) != nullptr;
+    std::snprintf(text, size, "%s%s%s%s%s", EMULATED_ENVIRONMENT, PRELOAD, known ? "" : THIS_LIBRARY,
+                  known ? "" : ":", preloaded);
+    environment[variables] = text;
+    environment[variables + 1] = nullptr;
+    return run(EMULATOR, all, environment);
+}
+
+} // namespace
+
+extern "C" int execve(const char* path, char* const arguments[], char* const environment[])
+{
+    // Room for one more variable and the end.
+    char** kept = static_cast<char**>(alloca((countOf(environment) + 2) * sizeof(char*)));
+    const char* preloaded = copyWithoutPreload(environment, kept);
+    return isForeign(path) ? runEmulated(path, arguments, kept, preloaded) : run(path, arguments, kept);
+}
+
+extern "C" int execv(const char* path, char* const arguments[])
+{
+    return execve(path, arguments, environ);
+}
+
+extern "C" int execvp(const char* file, char* const arguments[])
+{
+    const char* path = std::getenv("PATH");
+    if (std::strchr(file, '/') || !path) {
+        return execve(file, arguments, environ);
+    }
+    char candidate[4096];
+    while (*path) {
+        const size_t length = std::strcspn(path, ":");
+        std::snprintf(candidate, sizeof(candidate), "%.*s/%s", int(length), path, file);
+        if (access(candidate, X_OK) == 0) {
+            return execve(candidate, arguments, environ);
+        }
+        path += length + (path[length] == ':');
+    }
+    errno = ENOENT;
+    return -1;
+}
