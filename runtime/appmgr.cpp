@@ -72,8 +72,10 @@ void appmgr_signal(void)
     if (!text) {
         return;
     }
+    // Where a long has 32 bits, what is too large comes back as the largest pid that there can be.
+    errno = 0;
     long pid = strtol(text, nullptr, 10);
-    if (pid < 1 || pid > INT_MAX) {
+    if (pid < 1 || pid > INT_MAX || errno == ERANGE) {
         exit(2);
     }
     if (signal_called) {

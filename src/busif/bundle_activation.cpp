@@ -6,6 +6,7 @@
 #include "busif/bundle_activation.h"
 
 #include <alloca.h>
+#include <limits.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -122,6 +123,13 @@ bool numberOf(const config_data_t& record, int* value)
     return true;
 }
 
+// The number that a text begins with; what no int can hold is as large as an int can be, on every machine.
+int leadingNumber(const char* text)
+{
+    const long number = strtol(text, nullptr, 10);
+    return number > INT_MAX ? INT_MAX : number < INT_MIN ? INT_MIN : static_cast<int>(number);
+}
+
 // The stored numbers are not bounded by whoever stores them: what has no place is logged and skipped.
 bool hasPlace(int number, int places, const char* what, const config_data_t& record)
 {
@@ -143,7 +151,7 @@ void evaluateFilter(ConnectionInPackage& connection, const char* text, const con
                 tmpFilterString);
         return;
     }
-    const int filterNumber = static_cast<int>(strtol(tmpFilterString, nullptr, 10));
+    const int filterNumber = leadingNumber(tmpFilterString);
     vx_slog(LOG_INFO, "start_bundle: Found filterNumber=%d", filterNumber);
     int value = UNUSED;
     if (hasPlace(filterNumber, MAX_FILTERS, "filterNumber", record) && numberOf(record, &value))
@@ -165,7 +173,7 @@ void evaluateRecord(Start& start, const config_data_t& record)
                 record.name);
         return;
     }
-    const int connectionNumber = static_cast<int>(strtol(text, nullptr, 10));
+    const int connectionNumber = leadingNumber(text);
     vx_slog(LOG_INFO, "start_bundle: Found connectionNumber=%d", connectionNumber);
     if (!hasPlace(connectionNumber, MAX_CONNECTIONS, "connectionNumber", record))
         return;

@@ -373,7 +373,13 @@ private slots:
         row("filter 8", "0.filters.8.index", false, "filterNumber=8 out of range in prec[i].name=KEY");
         row("filter -1", "0.filters.-1.index", false, "filterNumber=-1 out of range in prec[i].name=KEY");
         row("huge", "99999999999999999999.connection_index", false,
-            "connectionNumber=-1 out of range in prec[i].name=KEY");
+            "connectionNumber=2147483647 out of range in prec[i].name=KEY");
+        row("0 in the lowest 32 bits", "4294967296.connection_index", false,
+            "connectionNumber=2147483647 out of range in prec[i].name=KEY");
+        row("filter that is 0 in the lowest 32 bits", "0.filters.4294967296.index", false,
+            "filterNumber=2147483647 out of range in prec[i].name=KEY");
+        row("far below 0", "-99999999999999999999.connection_index", false,
+            "connectionNumber=-2147483648 out of range in prec[i].name=KEY");
         row("key that ends with the filter", "0.filters.2", false,
             "Could not find filter number in tmpFilterString=2");
         row("filters without a position", "0.filters", false,

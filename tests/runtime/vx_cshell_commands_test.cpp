@@ -336,11 +336,18 @@ TEST_F(Memory, SetWritesNothingIfAnyWordIsWrong)
     expectUsage("sm -4 1", std::string("sm             : Set memory (32 bit)\n") + SET);
 }
 
+TEST_F(Memory, AddressThatNoPointerHoldsIsNone)
+{
+    const std::string beyond = sizeof(void*) == 4 ? "0x100000000" : "0x10000000000000000";
+    expectUsage("sm " + beyond + " 1", std::string("sm             : Set memory (32 bit)\n") + SET);
+}
+
 TEST_F(Memory, SetWhereNothingCanBeWrittenIsAnError)
 {
     EXPECT_EQ(test.run("smb 0 1"), "ERROR\n");
     EXPECT_EQ(test.lastResult, VX_CSHELL_ERROR);
-    EXPECT_EQ(test.run("sm 0xffffffffffffffff 1"), "ERROR\n");
+    const std::string last = sizeof(void*) == 4 ? "0xffffffff" : "0xffffffffffffffff";
+    EXPECT_EQ(test.run("sm " + last + " 1"), "ERROR\n");
     EXPECT_EQ(test.run("sm " + hex("constant") + " 1"), "ERROR\n"); // read only
     EXPECT_EQ(test.run("smb " + hex(edge - 1) + " 7 8"), "ERROR\n");
     EXPECT_EQ(edge[-1], 7); // up to the edge

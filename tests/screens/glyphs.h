@@ -65,7 +65,7 @@ inline int columnOf(const QImage& glyph, const QImage& picture, int from)
 inline QStringList charactersOf(const QString& text)
 {
     QStringList characters;
-    for (uint code : text.toUcs4())
+    for (char32_t code : text.toUcs4())
         if (!QChar::isSpace(code))
             characters.append(QString::fromUcs4(&code, 1));
     return characters;

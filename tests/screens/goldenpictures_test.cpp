@@ -49,6 +49,9 @@ private slots:
     void onlyTheNamedOneIsAccepted();
     void colourIsADifference();
     void staleCopyOfThePageFails();
+    void otherVersionHasASecondPicture();
+    void secondPictureMustBeAnother();
+    void secondPictureWithoutARowFails();
     void comparisonShowsAllThree();
     void fileWithoutARowFails();
     void fileWithoutARowIsRemoved();
@@ -63,6 +66,7 @@ private:
         return {"plain", "A plain one.", [=] { return plain(level, width); }};
     }
     QString golden() const { return m_places.pictures + "/one-plain.png"; }
+    QString second() const { return m_places.ofVersion + "/one-plain.png"; }
     QString failure() const { return m_places.failures + "/one-plain.png"; }
     void accept(const Picture& which)
     {
@@ -183,6 +187,45 @@ void GoldenPicturesTest::staleCopyOfThePageFails()
     QVERIFY(checkPicture(m_places, "one", picture(100)).contains("not up to date"));
     QVERIFY(QFile::remove(m_places.enlarged + "/one-plain.png"));
     QVERIFY(checkPicture(m_places, "one", picture(100)).contains("not up to date"));
+}
+
+// What another version of Qt draws otherwise is kept beside, and what the page shows stays.
+void GoldenPicturesTest::otherVersionHasASecondPicture()
+{
+    accept(picture(100));
+    const QByteArray before = readText(golden());
+    m_places.ofVersion = m_places.pictures + "/qt6";
+    QCOMPARE(checkPicture(m_places, "one", picture(100)), QString());
+    QVERIFY(checkPicture(m_places, "one", picture(101)).contains("differs from its golden picture"));
+    accept(picture(101));
+    QCOMPARE(checkPicture(m_places, "one", picture(101)), QString());
+    QVERIFY(checkPicture(m_places, "one", picture(100)).contains("differs from its golden picture"));
+    QCOMPARE(QImage(second()).pixel(7, 7), qRgb(101, 101, 101));
+    QCOMPARE(readText(golden()), before);
+    m_places.ofVersion.clear();
+    QCOMPARE(checkPicture(m_places, "one", picture(100)), QString());
+}
+
+void GoldenPicturesTest::secondPictureMustBeAnother()
+{
+    accept(picture(100));
+    m_places.ofVersion = m_places.pictures + "/qt6";
+    accept(picture(100));
+    QVERIFY(!QFile::exists(second()));
+    QVERIFY(QDir().mkpath(m_places.ofVersion));
+    QVERIFY(plain(100).save(second()));
+    QVERIFY(checkPicture(m_places, "one", picture(100)).contains("that is no other"));
+    accept(picture(100));
+    QVERIFY(!QFile::exists(second()));
+}
+
+void GoldenPicturesTest::secondPictureWithoutARowFails()
+{
+    accept(picture(100));
+    m_places.ofVersion = m_places.pictures + "/qt6";
+    QVERIFY(QDir().mkpath(m_places.ofVersion));
+    QVERIFY(plain(1).save(m_places.ofVersion + "/one-stray.png"));
+    QVERIFY(checkFiles(m_places, "one", {picture(100)}).contains("qt6/one-stray.png"));
 }
 
 void GoldenPicturesTest::comparisonShowsAllThree()

@@ -233,7 +233,7 @@ private:
 // Runs a group's test; returns the program's exit status.
 template <typename Test> int run(int argc, char** argv)
 {
-    if (QDateTime::currentMSecsSinceEpoch() != NOON * 1000) {
+    if (QDateTime::currentMSecsSinceEpoch() != qint64(NOON) * 1000) {
         qFatal("the clock of these pictures does not stand still");
     }
     return windowfixture::run<Test>(argc, argv);

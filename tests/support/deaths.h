@@ -56,8 +56,11 @@ inline ProcessDeath deathOfCase(const char* name, int timeoutMs = 60000)
     QProcess process;
     process.start(QCoreApplication::applicationFilePath(), QStringList() << "--death" << name);
     if (!process.waitForFinished(timeoutMs)) {
-        process.kill();
-        process.waitForFinished();
+        // A start that failed half-way may have left a number that is no process.
+        if (process.processId() > 0) {
+            process.kill();
+            process.waitForFinished();
+        }
         death.output = "still running after the time allowed";
         return death;
     }

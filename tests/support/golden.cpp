@@ -57,23 +57,27 @@ bool shows(const QString& file, const QImage& picture)
 }
 
 // Files that are right already stay untouched.
+QString writeUnlessShown(const QImage& picture, const QString& file)
+{
+    return shows(file, picture) ? QString() : write(picture, file);
+}
+
 QString accept(const Places& places, const QString& name, const QImage& picture)
 {
-    const struct {
-        QString file;
-        QImage picture;
-    } copies[] = {{fileOf(places.pictures, name), grey(picture)},
-                  {fileOf(places.enlarged, name), enlarged(grey(picture), FACTOR_OF_PAGE)}};
-    for (const auto& copy : copies) {
-        if (shows(copy.file, copy.picture)) {
-            continue;
-        }
-        const QString fault = write(copy.picture, copy.file);
-        if (!fault.isEmpty()) {
-            return fault;
-        }
+    const QString fault = writeUnlessShown(grey(picture), fileOf(places.pictures, name));
+    return fault.isEmpty()
+               ? writeUnlessShown(enlarged(grey(picture), FACTOR_OF_PAGE), fileOf(places.enlarged, name))
+               : fault;
+}
+
+// Another version never touches the pictures of the page.
+QString acceptOfVersion(const Places& places, const QString& name, const QImage& picture)
+{
+    const QString file = fileOf(places.ofVersion, name);
+    if (!shows(fileOf(places.pictures, name), picture)) {
+        return writeUnlessShown(grey(picture), file);
     }
-    return QString();
+    return !QFile::exists(file) || QFile::remove(file) ? QString() : "cannot remove " + file;
 }
 
 QString readText(const QString& name)
@@ -108,6 +112,10 @@ Places placesOfBuild()
     places.pictures = source + "/tests/golden";
     places.enlarged = source + "/docs/pictures/screens";
     places.page = source + "/docs/screens.md";
+    const QString version = QString(qVersion()).section('.', 0, 0);
+    if (version != "5") {
+        places.ofVersion = places.pictures + "/qt" + version;
+    }
     places.failures = PROJECT_BINARY_DIR "/golden-failures";
     places.tests = source + "/tests/screens";
     places.accepted = QString::fromLocal8Bit(qgetenv("LUMENPANEL_ACCEPT")).split(' ', Qt::SkipEmptyParts);
@@ -150,19 +158,26 @@ QString checkPicture(const Places& places, const QString& group, const Picture& 
     }
     QFile::remove(failure);
     if (isAccepted(places, name)) {
-        const QString fault = accept(places, name, actual);
+        const QString fault =
+            places.ofVersion.isEmpty() ? accept(places, name, actual) : acceptOfVersion(places, name, actual);
         if (!fault.isEmpty()) {
             return fault;
         }
     }
-    const QImage expected = QImage(fileOf(places.pictures, name)).convertToFormat(QImage::Format_RGB32);
+    const QImage ofPage = QImage(fileOf(places.pictures, name)).convertToFormat(QImage::Format_RGB32);
+    const QString second = fileOf(places.ofVersion, name);
+    const bool hasSecond = !places.ofVersion.isEmpty() && QFile::exists(second);
+    const QImage expected = hasSecond ? QImage(second).convertToFormat(QImage::Format_RGB32) : ofPage;
     if (actual != expected) {
         const QString fault = write(comparison(actual, expected), failure);
         return name + (expected.isNull() ? " has no golden picture" : " differs from its golden picture") +
                (fault.isEmpty() ? "; actual, expected and difference: " + failure : "; " + fault) +
                howToAccept(name);
     }
-    if (!shows(fileOf(places.enlarged, name), enlarged(actual, FACTOR_OF_PAGE))) {
+    if (hasSecond && expected == ofPage) {
+        return "a second picture of " + name + " that is no other: " + second + howToAccept(name);
+    }
+    if (!shows(fileOf(places.enlarged, name), enlarged(ofPage, FACTOR_OF_PAGE))) {
         return "the page's copy of " + name + " is not up to date" + howToAccept(name);
     }
     return QString();
@@ -175,7 +190,11 @@ QString checkFiles(const Places& places, const QString& group, const std::vector
         names.append(fullName(group, picture));
     }
     QStringList strays;
-    for (const QString& directory : {places.pictures, places.enlarged}) {
+    QStringList directories{places.pictures, places.enlarged};
+    if (!places.ofVersion.isEmpty()) {
+        directories.append(places.ofVersion);
+    }
+    for (const QString& directory : directories) {
         for (const QFileInfo& file : QDir(directory).entryInfoList(QDir::Files)) {
             const QString itsGroup = file.fileName().section('-', 0, 0);
             const bool itsOwn = itsGroup == group;

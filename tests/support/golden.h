@@ -4,6 +4,9 @@
 // The picture GROUP-NAME is kept as GROUP-NAME.png, one pixel a pixel, and enlarged for the page that shows
 // all of them. The table writes its section of that page; a picture or section that doesn't follow from the
 // table is a failure, as is a file without a row. tools/accept-pictures writes all three anew.
+//
+// The pictures are those of Qt 5. Where another version draws something else, a second picture is kept in a
+// directory of that version, and only there; the page does not show it.
 #ifndef TESTS_SUPPORT_GOLDEN_H
 #define TESTS_SUPPORT_GOLDEN_H
 
@@ -28,6 +31,7 @@ struct Places {
     QString pictures;     // directory of the golden pictures
     QString enlarged;     // directory of those that the page shows
     QString page;         // the Markdown file
+    QString ofVersion;    // directory of the pictures that this version of Qt draws otherwise; empty for Qt 5
     QString failures;     // directory of the pictures that tell a failure
     QString tests;        // directory of golden_GROUP_test.cpp
     QStringList accepted; // full names of the pictures to accept
