@@ -24,7 +24,7 @@ constexpr int MaxSteps = 64;
 // Bytes of output without a line feed, which "echo -n" could make for ever.
 constexpr size_t MaxPartial = 1024 * 1024;
 
-std::string formatted(const char* format, va_list arguments)
+__attribute__((format(printf, 1, 0))) std::string formatted(const char* format, va_list arguments)
 {
     va_list again;
     va_copy(again, arguments);
