@@ -254,6 +254,8 @@ class RunTest(unittest.TestCase):
         other.type('get ram.desk.mine\r')
         other.wait_for_prompt(prompts + 1)
         self.assertIn('not in the database', other.output)
+        self.assertNotIn('another run has the stored settings', one.output)
+        self.assertIn('another run has the stored settings', other.output)
         one.type('quit\r')
         self.assertEqual(one.wait_for_end(), 0)
         prompts = other.output.count(PROMPT)
