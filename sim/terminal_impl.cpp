@@ -112,10 +112,12 @@ void Terminal::Impl::stop()
 // Safe in a signal handler.
 void Terminal::Impl::requestQuit()
 {
+    int before = errno; // of whatever the handler interrupted
     quit = true;
     int fd = wake;
     if (fd >= 0)
         eventfd_write(fd, 1);
+    errno = before;
 }
 
 void Terminal::Impl::loopUntilQuit()

@@ -3,6 +3,7 @@
 
 #include "runtime/vx_tty.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <sys/eventfd.h>
@@ -40,14 +41,28 @@ void restore()
         tcsetattr(STDIN_FILENO, TCSADRAIN, &before);
 }
 
+// What was interrupted may be about to look at its errno.
+class KeptErrno {
+public:
+    KeptErrno() : kept(errno) {}
+    ~KeptErrno() { errno = kept; }
+    KeptErrno(const KeptErrno&) = delete;
+    KeptErrno& operator=(const KeptErrno&) = delete;
+
+private:
+    const int kept;
+};
+
 void onStop(int)
 {
+    KeptErrno errnoOfInterrupted;
     restore();
     raise(SIGSTOP);
 }
 
 void onContinue(int)
 {
+    KeptErrno errnoOfInterrupted;
     setRaw();
     eventfd_write(wakeFd, 1);
 }
