@@ -161,9 +161,9 @@ void Keypad::answer(const QByteArray& line)
         disconnectPath(); // who does not read the answers does not get more of them
 }
 
-QObject* KeypadPlugin::create(const QString& name, const QString& specification)
+QObject* KeypadPlugin::create(const QString& name, const QString& socketPath)
 {
     if (name.compare(QLatin1String("deskkeypad"), Qt::CaseInsensitive) != 0)
         return nullptr;
-    return new Keypad(specification);
+    return new Keypad(socketPath);
 }
