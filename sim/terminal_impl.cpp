@@ -2,6 +2,7 @@
 #include "sim/terminal_impl.h"
 
 #include "sim/initial_values.h"
+#include "sim/listeners.h"
 
 #include "runtime/config_client_api.h"
 #include "runtime/fdloop.h"
@@ -312,22 +313,6 @@ void Terminal::Impl::onChanges(const std::vector<Write>& changes)
         behaviour->onChanges(changes);
     tellListeners(changeListeners, changes);
     happened();
-}
-
-// One that is called may take any of them away, and add others, which hear of what comes next.
-template <typename Listeners, typename Told>
-void Terminal::Impl::tellListeners(Listeners& listeners, const Told& told)
-{
-    std::vector<uint64_t> numbers;
-    for (const auto& [number, listener] : listeners)
-        numbers.push_back(number);
-    for (uint64_t number : numbers) {
-        auto found = listeners.find(number);
-        if (found == listeners.end())
-            continue;
-        auto listener = found->second;
-        listener(told);
-    }
 }
 
 // While nobody records and nobody listens, the server does not even ask.

@@ -46,8 +46,6 @@ struct Terminal::Impl {
     bool save();
     void tell(const std::string& line);
     void onChanges(const std::vector<Write>& changes);
-    template <typename Listeners, typename Told>
-    static void tellListeners(Listeners& listeners, const Told& told);
     void updateTap();
     bool onFrame(const BusFrame& frame);
     void updateWatcher();

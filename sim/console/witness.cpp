@@ -2,6 +2,7 @@
 #include "sim/console/witness.h"
 
 #include "sim/display/display.h"
+#include "sim/listeners.h"
 #include "sim/traffic.h"
 
 #include "runtime/config_client_api.h"
@@ -130,16 +131,7 @@ void Witness::note(Notes* notes, Noted noted)
     notes->push_back(std::move(noted));
     if (notes->size() > MaxKept)
         notes->pop_front();
-    std::vector<uint64_t> numbers;
-    for (const auto& [number, listener] : listeners)
-        numbers.push_back(number);
-    for (uint64_t number : numbers) {
-        auto found = listeners.find(number);
-        if (found == listeners.end())
-            continue;
-        auto listener = found->second; // it may take itself away
-        listener();
-    }
+    tellListeners(listeners);
 }
 
 void Witness::noteWrite(const std::string& key, const Value& value, bool isExpression)

@@ -6,6 +6,7 @@
 #include "sim/display/launch.h"
 #include "sim/display/log_follower.h"
 #include "sim/display/picture_taker.h"
+#include "sim/listeners.h"
 #include "sim/timer.h"
 
 #include "runtime/fdloop.h"
@@ -470,19 +471,9 @@ void Display::Impl::forget(uint64_t number)
     pictures.forget(number);
 }
 
-// A listener may forget itself, others, or add some.
 void Display::Impl::heard(const std::string& line)
 {
-    std::vector<uint64_t> numbers;
-    for (const auto& entry : listeners)
-        numbers.push_back(entry.first);
-    for (uint64_t number : numbers) {
-        auto entry = listeners.find(number);
-        if (entry == listeners.end())
-            continue;
-        auto listener = entry->second;
-        listener(line);
-    }
+    tellListeners(listeners, line);
 }
 
 // --- The class
