@@ -237,6 +237,7 @@ void GuiApp::useFont(LANG_ENUM lang) const
         logDebug() << "GuiApp::useFont(): About to set font to pFontLangEn_h11";
         QApplication::setFont(*pFontLangEn_h11);
     }
+    qtcompat::deliverFontChange();
 }
 
 QFont* GuiApp::createFontPointer(const QString& fileName, const QString& family, int pixelSize) const

@@ -4,6 +4,8 @@
 #ifndef LUMENPANEL_COMMON_QTCOMPAT_H
 #define LUMENPANEL_COMMON_QTCOMPAT_H
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QPixmap>
 #include <QString>
@@ -63,6 +65,15 @@ inline void sendMessage(QtMsgType type, const QString& text)
     qt_message_output(type, QMessageLogContext(nullptr, 0, nullptr, "default"), text);
 #else
     qt_message_output(type, text.toLocal8Bit().constData());
+#endif
+}
+
+// To be called after QApplication::setFont: up to Qt 5 the widgets have the new face by then, Qt 6 only posts
+// the event that brings it to them.
+inline void deliverFontChange()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::ApplicationFontChange);
 #endif
 }
 
