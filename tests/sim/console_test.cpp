@@ -1,121 +1,18 @@
-// Consoles in the thread of a terminal: lines, commands, output, completion, commands that take their time.
+// Consoles in the thread of a terminal: lines, errors, output, the database, commands to the processes.
+#include "console_fixture.h"
 #include "raw_client.h"
 #include "temporary_directory.h"
 
-#include "sim/console/commands.h"
-#include "sim/console/trace.h"
-
-#include <condition_variable>
 #include <gmock/gmock.h>
 #include <map>
-#include <mutex>
 
 using namespace std::string_literals;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
-using testing::UnorderedElementsAre;
 
 namespace {
-
-sim::TerminalOptions acting()
-{
-    sim::TerminalOptions options;
-    options.actors = true;
-    options.speed = 100;
-    return options;
-}
-
-// Nothing is in the database but what a test puts there.
-sim::TerminalOptions empty()
-{
-    sim::TerminalOptions options;
-    options.initialValues = false;
-    return options;
-}
-
-// One console; its calls are carried out on the terminal's thread.
-class Session {
-public:
-    explicit Session(sim::Desk& desk) : terminal(desk.terminal)
-    {
-        terminal.onThread([&] {
-            console =
-                std::make_unique<sim::Console>(desk, "test", [this](std::string_view text) { take(text); });
-        });
-    }
-    ~Session()
-    {
-        terminal.onThread([&] { console.reset(); });
-    }
-
-    void begin(const std::string& line)
-    {
-        terminal.onThread([&] {
-            text.clear();
-            status = -1;
-            console->run(line, [this](int result) {
-                std::lock_guard<std::mutex> lock(mutex);
-                status = result;
-                ended.notify_all();
-            });
-        });
-    }
-    bool waitForEnd(int milliseconds = 20000)
-    {
-        std::unique_lock<std::mutex> lock(mutex);
-        return ended.wait_for(lock, std::chrono::milliseconds(milliseconds), [this] { return status != -1; });
-    }
-    // Runs a line to its end; its output is in text.
-    int run(const std::string& line)
-    {
-        begin(line);
-        EXPECT_TRUE(waitForEnd()) << line;
-        return status;
-    }
-    std::string output(const std::string& line)
-    {
-        EXPECT_EQ(run(line), sim::CommandDone) << line << ": " << text;
-        return text;
-    }
-    bool isBusy()
-    {
-        bool busy = false;
-        terminal.onThread([&] { busy = console->isBusy(); });
-        return busy;
-    }
-    void cancel()
-    {
-        terminal.onThread([&] { console->cancel(); });
-    }
-
-    std::string text;
-    int status = -1;
-    std::unique_ptr<sim::Console> console;
-    bool isWhole = true; // all output came in whole lines
-
-private:
-    void take(std::string_view piece)
-    {
-        isWhole = isWhole && !piece.empty() && piece.back() == '\n';
-        std::lock_guard<std::mutex> lock(mutex);
-        text += piece;
-        ended.notify_all();
-    }
-
-    sim::Terminal& terminal;
-    std::mutex mutex;
-    std::condition_variable ended;
-};
-
-class ConsoleTest : public testing::Test {
-protected:
-    sim::Terminal terminal{acting()};
-    sim::Desk desk{terminal, terminal.loop()};
-    Session session{desk};
-};
 
 // --- Lines
 
@@ -355,7 +252,7 @@ TEST(ConsoleAlone, List)
 {
     sim::Terminal terminal(empty());
     sim::Desk desk{terminal, terminal.loop()};
-    Session session(desk);
+    ConsoleSession session(desk);
     terminal.setAll({{"ram.a", sim::Value::integer(1)}, {"ram.ab", sim::Value::text("x\ny")}});
     EXPECT_EQ(session.output("list"), "ram.a = int 1\nram.ab = string \"x\\ny\"\n");
     EXPECT_EQ(session.output("list ram\\.a"), "ram.a = int 1\n");
@@ -380,7 +277,7 @@ TEST_F(ConsoleTest, Watch)
 TEST_F(ConsoleTest, WatchEndsWithItsConsole)
 {
     {
-        Session other(desk);
+        ConsoleSession other(desk);
         EXPECT_EQ(other.output("watch"), "");
     }
     terminal.set("ram.t.a", 1); // nobody is told, which a sanitizer would notice
@@ -395,7 +292,7 @@ TEST_F(ConsoleTest, SaveAndReset)
     {
         sim::Terminal stored(options);
         sim::Desk itsDesk{stored, stored.loop()};
-        Session itsSession(itsDesk);
+        ConsoleSession itsSession(itsDesk);
         EXPECT_EQ(itsSession.output("set cfg.language 3"), "");
         EXPECT_EQ(itsSession.output("save"), "");
         EXPECT_TRUE(std::filesystem::exists(directory.file("cfg.db")));
@@ -449,7 +346,7 @@ TEST(ConsoleAlone, NobodyCarriesOutCommands)
 {
     sim::Terminal still;
     sim::Desk desk{still, still.loop()};
-    Session session(desk);
+    ConsoleSession session(desk);
     EXPECT_EQ(session.run("system reboot"), sim::CommandFailed);
     EXPECT_EQ(session.text, "error: system: nobody there carries out commands\n");
     EXPECT_FALSE(still.has("ram.desk.system"));
@@ -505,266 +402,6 @@ TEST_F(ConsoleTest, AFoundCommandCanBeNamedWithItsPath)
     EXPECT_EQ(session.output("get cfg.language"), "int 0\n");
     EXPECT_EQ(session.run("/bin/get x"), sim::CommandFailed);
     EXPECT_EQ(session.text, "error: /bin/get: command not found\n");
-}
-
-// --- Commands that run others
-
-struct CompoundRow {
-    const char* line;
-    int status;
-    const char* text;
-};
-
-TEST_F(ConsoleTest, Compounds)
-{
-    terminal.set("ram.n", 0);
-    const CompoundRow table[] = {
-        {"repeat 3 echo a", sim::CommandDone, "a\na\na\n"},
-        {"repeat 0 echo a", sim::CommandDone, ""},
-        {"repeat -1 echo a", sim::CommandDone, ""},
-        {"repeat 2 repeat 2 echo a", sim::CommandDone, "a\na\na\na\n"},
-        {"repeat 2 get no", sim::CommandFailed,
-         "error: no: not in the database\nerror: no: not in the database\n"},
-        {"not get no", sim::CommandDone, "error: no: not in the database\n"},
-        {"not not true", sim::CommandDone, ""},
-        {"( echo a ; echo b )", sim::CommandDone, "a\nb\n"},
-        {"( ; echo a ; ; )", sim::CommandDone, "a\n"},
-        {"( get no ; echo b )", sim::CommandDone, "error: no: not in the database\nb\n"},
-        {"( ( echo a ; echo b ) ; echo c )", sim::CommandDone, "a\nb\nc\n"},
-        {"repeat 2 ( echo a ; echo b )", sim::CommandDone, "a\nb\na\nb\n"},
-        {"( )", sim::CommandDone, ""},
-        {"while not true : echo a", sim::CommandDone, ""},
-        {"while get ram.n : delete ram.n", sim::CommandDone, "int 0\nerror: ram.n: not in the database\n"},
-    };
-    for (const CompoundRow& row : table) {
-        EXPECT_EQ(session.run(row.line), row.status) << row.line;
-        EXPECT_EQ(session.text, row.text) << row.line;
-    }
-    EXPECT_THAT(session.output("time echo a"), testing::MatchesRegex("a\n[0-9]+\\.[0-9][0-9][0-9]s\n"));
-}
-
-TEST_F(ConsoleTest, BadCompounds)
-{
-    for (const char* line : {"repeat", "repeat 3", "not", "time", "while", "while : true", "while true",
-                             "( true", "(", "( true ) x", "repeat 99999999999 true"}) {
-        EXPECT_EQ(session.run(line), sim::CommandFailed) << line;
-        EXPECT_THAT(session.text, HasSubstr(": not used like this\n")) << line;
-    }
-}
-
-TEST_F(ConsoleTest, CompoundsWaitForCommandsThatTakeTheirTime)
-{
-    EXPECT_EQ(session.output("( echo a ; pause 0.05 ; echo b )"), "a\nb\n");
-    EXPECT_EQ(session.output("repeat 2 ( pause 0.02 ; echo a )"), "a\na\n");
-    std::string time = session.output("time pause 0.2");
-    EXPECT_GE(std::stod(time), 0.2);
-}
-
-TEST_F(ConsoleTest, ALineThatGoesOnForEverHoldsUpNobody)
-{
-    session.begin("while true : echo x");
-    Session other(desk);
-    EXPECT_EQ(other.output("get cfg.language"), "int 0\n");
-    EXPECT_TRUE(session.isBusy());
-    session.cancel();
-    EXPECT_FALSE(session.isBusy());
-    EXPECT_EQ(session.status, -1);
-    EXPECT_EQ(session.output("echo a"), "a\n");
-}
-
-// --- Commands that take their time
-
-TEST_F(ConsoleTest, OtherConsolesGoOnMeanwhile)
-{
-    session.begin("pause 600");
-    EXPECT_TRUE(session.isBusy());
-    Session other(desk);
-    EXPECT_EQ(other.output("get cfg.language"), "int 0\n");
-    EXPECT_TRUE(session.isBusy());
-}
-
-TEST_F(ConsoleTest, CancelledCommandTellsNothing)
-{
-    session.begin("pause 0.05");
-    session.cancel();
-    EXPECT_FALSE(session.isBusy());
-    EXPECT_FALSE(session.waitForEnd(200));
-    EXPECT_EQ(session.output("pause 0.01"), "");
-}
-
-TEST_F(ConsoleTest, ConsoleThatGoesWhileItsCommandRuns)
-{
-    {
-        Session other(desk);
-        other.begin("pause 0.05");
-    }
-    EXPECT_EQ(session.output("pause 0.1"), "");
-}
-
-TEST_F(ConsoleTest, DoneMayRunTheNextLine)
-{
-    std::string texts;
-    std::mutex mutex;
-    std::condition_variable changed;
-    bool ended = false;
-    std::unique_ptr<sim::Console> console;
-    terminal.onThread([&] {
-        console = std::make_unique<sim::Console>(desk, "two", [&](std::string_view text) { texts += text; });
-        console->run("pause 0.01", [&](int) {
-            console->run("echo next", [&](int) {
-                std::lock_guard<std::mutex> lock(mutex);
-                ended = true;
-                changed.notify_all();
-            });
-        });
-    });
-    {
-        std::unique_lock<std::mutex> lock(mutex);
-        EXPECT_TRUE(changed.wait_for(lock, std::chrono::seconds(20), [&] { return ended; }));
-    }
-    terminal.onThread([&] { console.reset(); });
-    EXPECT_EQ(texts, "next\n");
-}
-
-// --- Completion
-
-struct Completion {
-    const char* line;
-    const char* completed;
-    std::vector<std::string> candidates;
-};
-
-TEST(ConsoleAlone, Completion)
-{
-    sim::Terminal terminal(empty());
-    sim::Desk desk{terminal, terminal.loop()};
-    Session session(desk);
-    for (const char* key : {"cfg.language", "cfg.lan.a", "cfg.lan.b", "ram.x", "ram.x.y"})
-        terminal.set(key, 1);
-    const Completion table[] = {
-        {"dele", "delete ", {}},
-        {"unw", "unwatch ", {}},
-        {"zzz", "zzz", {}},
-        {"get c", "get cfg.", {}},
-        {"get cfg.", "get cfg.lan", {"cfg.lan.", "cfg.language"}},
-        {"get cfg.lang", "get cfg.language ", {}},
-        {"get cfg.lan.", "get cfg.lan.", {"cfg.lan.a", "cfg.lan.b"}},
-        {"get ram.", "get ram.x", {"ram.x", "ram.x."}},
-        {"get x", "get x", {}},
-        {"get cfg.language x", "get cfg.language x", {}},
-        {"get cfg.language ", "get cfg.language ", {}},
-        {"set cfg.langu", "set cfg.language ", {}},
-        {"watch r", "watch ram.", {}},
-        {"list cfg.la", "list cfg.lan", {"cfg.lan.", "cfg.language"}},
-        {"delete cfg.lan.a", "delete cfg.lan.a ", {}},
-        {"pointing s", "pointing st", {"start", "stop"}},
-        {"pointing c", "pointing cancel ", {}},
-        {"battery s", "battery supply ", {}},
-        {"battery supply o", "battery supply o", {"off", "on"}},
-        {"modem se", "modem search ", {}},
-        {"repeat 3 dele", "repeat 3 delete ", {}},
-        {"repeat 3 get cfg.lang", "repeat 3 get cfg.language ", {}},
-        {"repeat d", "repeat d", {}},
-        {"not get cfg.lang", "not get cfg.language ", {}},
-        {"help dele", "help delete ", {}},
-        {"get \"cfg.l", "get \"cfg.l", {}},
-        {"say \"a b", "say \"a b", {}},
-        {"sm", "sm", {}},
-    };
-    for (const Completion& row : table) {
-        std::vector<std::string> candidates;
-        std::string completed;
-        terminal.onThread([&] { completed = session.console->complete(row.line, &candidates); });
-        EXPECT_EQ(completed, row.completed) << row.line;
-        EXPECT_EQ(candidates, row.candidates) << row.line;
-    }
-    std::vector<std::string> all;
-    terminal.onThread([&] { session.console->complete("", &all); });
-    EXPECT_THAT(all, Contains("get"));
-    EXPECT_THAT(all, Contains("battery"));
-    EXPECT_THAT(all, Contains("trace"));
-    EXPECT_THAT(all, testing::Not(Contains("smb")));
-}
-
-TEST_F(ConsoleTest, KeysOfTheDisplayAreNotThoseOfTheDatabase)
-{
-    std::vector<std::string> candidates;
-    std::string completed;
-    terminal.onThread([&] { completed = session.console->complete("press do", &candidates); });
-    EXPECT_EQ(completed, "press down ");
-}
-
-// --- Trace items
-
-TEST_F(ConsoleTest, Traces)
-{
-    std::vector<std::string> lines;
-    std::mutex mutex;
-    desk.log = [&](const std::string& line) {
-        std::lock_guard<std::mutex> lock(mutex);
-        lines.push_back(line);
-    };
-    std::unique_ptr<sim::Traces> traces;
-    terminal.onThread([&] {
-        traces = std::make_unique<sim::Traces>(desk);
-        desk.traces = traces.get();
-    });
-    auto take = [&] {
-        terminal.settle();
-        std::lock_guard<std::mutex> lock(mutex);
-        return std::exchange(lines, {});
-    };
-    terminal.set("ram.t", 1);
-    session.run("echo a");
-    EXPECT_THAT(take(), IsEmpty());
-
-    session.run("trace db a");
-    terminal.set("ram.t", 2);
-    terminal.set("ram.u", "a\nb"s);
-    EXPECT_THAT(take(), ElementsAre("trace db: ram.t = int 2", "trace db: ram.u = string \"a\\nb\""));
-    session.run("trace db -");
-
-    session.run("trace actor *");
-    session.run("sim insert");
-    EXPECT_THAT(take(), UnorderedElementsAre("trace actor: sim insert",
-                                             "trace actor: refused: sim: there is a card already"));
-    session.run("trace actor #");
-
-    session.run("trace console ab");
-    session.run("get no\x01");
-    auto lived = take();
-    EXPECT_THAT(lived, Contains("trace console: test runs get no?"));
-    EXPECT_THAT(lived, Contains("trace console: test: failed"));
-    session.run("trace console #");
-    take();
-
-    session.run("trace bus *");
-    RawClient client(terminal.address());
-    client.sendSignal("some.signal", "x");
-    ASSERT_TRUE(client.sync());
-    auto traced = take();
-    EXPECT_THAT(traced, Contains(HasSubstr("signal some.signal")));
-    EXPECT_THAT(traced, Contains(HasSubstr("request nobody.serves.this")));
-    std::vector<std::string> seen;
-    for (int attempt = 0; attempt < 200 && seen.empty(); attempt++) {
-        usleep(25000);
-        for (const std::string& line : take()) {
-            if (line.find("is here") != std::string::npos)
-                seen.push_back(line);
-        }
-    }
-    EXPECT_THAT(seen, ElementsAre("trace bus: client 1 is here"));
-    session.run("trace bus #");
-    session.run("trace db +");
-    session.run("trace db #");
-    take();
-    client.sendSignal("some.signal", "x");
-    ASSERT_TRUE(client.sync());
-    EXPECT_THAT(take(), IsEmpty());
-    terminal.onThread([&] {
-        desk.traces = nullptr;
-        traces.reset();
-    });
 }
 
 } // namespace

@@ -221,6 +221,29 @@ TEST_F(FaultsTest, AllIsCutAfterSoManyMessagesWhoseAnswersStillCome)
     EXPECT_TRUE(RawClient(terminal.address()).sync());
 }
 
+TEST_F(FaultsTest, AllAreCutAtAMessageOfThatName)
+{
+    RawClient client(terminal.address());
+    RawClient other(terminal.address());
+    client.sync();
+    other.sync();
+    with([](sim::Faults& faults) {
+        EXPECT_FALSE(faults.cutAt("config\\.(stat"));
+        EXPECT_TRUE(faults.cutAt("config\\.write\\.ram\\.[b-d]"));
+    });
+    EXPECT_THAT(inForce(), ElementsAre("cut at config\\.write\\.ram\\.[b-d]"));
+    client.sendSignal("config.write.ram.a", writeOf(1));
+    client.sendSignal("config.write.ram.cc", writeOf(1));
+    EXPECT_TRUE(client.sync());
+    client.sendSignal("config.write.ram.c", writeOf(1));
+    EXPECT_TRUE(client.isClosedByServer());
+    EXPECT_TRUE(other.isClosedByServer());
+    EXPECT_TRUE(terminal.has("ram.cc"));
+    EXPECT_FALSE(terminal.has("ram.c"));
+    EXPECT_THAT(inForce(), IsEmpty());
+    EXPECT_TRUE(RawClient(terminal.address()).sync());
+}
+
 TEST_F(FaultsTest, NobodyNewCanConnectWhileItIsDeaf)
 {
     RawClient client(terminal.address());
@@ -553,11 +576,12 @@ TEST_F(FaultsTest, AllCanBeInForceAndEndTogether)
         faults.stop();
         faults.setDeaf(true, &error);
         faults.cutAfter(7);
+        faults.cutAt("config.*");
         faults.answer(-4, "");
         faults.flood(1000000, 1, "");
     });
-    EXPECT_THAT(inForce(), ElementsAre("delay 5", "stop", "deaf", "cut after 7", "answer -4",
-                                       StartsWith("flood of ram.desk.flood: ")));
+    EXPECT_THAT(inForce(), ElementsAre("delay 5", "stop", "deaf", "cut after 7", "cut at config.*",
+                                       "answer -4", StartsWith("flood of ram.desk.flood: ")));
     with([&](sim::Faults& faults) { EXPECT_TRUE(faults.off(&error)); });
     EXPECT_THAT(inForce(), IsEmpty());
     EXPECT_TRUE(RawClient(terminal.address()).sync());
@@ -625,23 +649,25 @@ TEST_F(FaultsTest, Commands)
         {"fault stop 60", ""},
         {"fault stop", ""},
         {"fault cut after 3", ""},
+        {"fault cut at config.read.none", ""},
+        {"fault cut at config.(", "error: a bad expression\n[1]"},
         {"fault deaf", ""},
         {"fault answer -2", ""},
         {"fault answer no_record cfg.*", ""},
         {"fault answer 7", "error: a status is one of -1 err, -2 db_err, -3 db_full, -4 readonly, "
                            "-5 no_record, -6 wrong_type, -7 buffer_too_small, -8 verify_fail\n[1]"},
         {"fault answer -2 (", "error: a bad expression, or too many of them\n[1]"},
-        {"fault", "delay 20\nstop\ndeaf\ncut after 3\nanswer -2\nanswer -5 cfg.*\n"},
+        {"fault", "delay 20\nstop\ndeaf\ncut after 3\ncut at config.read.none\nanswer -2\nanswer -5 cfg.*\n"},
         {"fault go", ""},
         {"fault delay 0", ""},
-        {"fault", "deaf\ncut after 3\nanswer -2\nanswer -5 cfg.*\n"},
+        {"fault", "deaf\ncut after 3\ncut at config.read.none\nanswer -2\nanswer -5 cfg.*\n"},
         {"fault off", ""},
         {"fault", "no faults\n"},
         {"bus", "no client is connected\n"},
     };
     ConsoleSession console(terminal);
     for (const CommandRow& row : rows)
-        EXPECT_EQ(console.run(row.line), row.output) << row.line;
+        EXPECT_EQ(console.transcript(row.line), row.output) << row.line;
     for (const char* line : {"fault x",
                              "fault delay",
                              "fault delay x",
@@ -657,6 +683,7 @@ TEST_F(FaultsTest, Commands)
                              "fault cut 0",
                              "fault cut after",
                              "fault cut after -1",
+                             "fault cut at",
                              "fault cut 1 2",
                              "fault deaf x",
                              "fault flood",
@@ -669,11 +696,11 @@ TEST_F(FaultsTest, Commands)
                              "fault answer -1 a b",
                              "fault off x",
                              "bus x"}) {
-        std::string output = console.run(line);
+        std::string output = console.transcript(line);
         EXPECT_THAT(output, HasSubstr("usage: ")) << line;
         EXPECT_EQ(output.back(), ']') << line;
     }
-    EXPECT_EQ(console.run("fault"), "no faults\n");
+    EXPECT_EQ(console.transcript("fault"), "no faults\n");
 }
 
 TEST_F(FaultsTest, CommandsThatDoSomethingToClients)
@@ -684,17 +711,17 @@ TEST_F(FaultsTest, CommandsThatDoSomethingToClients)
     client.filter("config.change.cfg");
     client.provide("clock.");
     client.sync();
-    EXPECT_THAT(console.run("bus"),
+    EXPECT_THAT(console.transcript("bus"),
                 MatchesRegex("client 1: process " + std::to_string(getpid()) +
                              " faults_test\n    filter config.change.ram\n    filter config.change.cfg\n"
                              "    provides clock.\n"));
-    EXPECT_EQ(console.run("fault frame change-empty 1"), "");
+    EXPECT_EQ(console.transcript("fault frame change-empty 1"), "");
     EXPECT_TRUE(client.readFrame());
-    EXPECT_EQ(console.run("fault flood 10 ram.new"), "");
+    EXPECT_EQ(console.transcript("fault flood 10 ram.new"), "");
     EXPECT_TRUE(client.readFrame());
-    EXPECT_EQ(console.run("fault cut 1"), "");
+    EXPECT_EQ(console.transcript("fault cut 1"), "");
     EXPECT_TRUE(client.isClosedByServer());
-    std::string kinds = console.run("fault frame");
+    std::string kinds = console.transcript("fault frame");
     for (const sim::BrokenFrame& row : sim::brokenFrames())
         EXPECT_THAT(kinds, HasSubstr(std::string(row.kind) + " "));
 }

@@ -378,7 +378,7 @@ TEST_F(RecordingTest, AtEachSpeedTheChangesComeAgainAndTheWritesAreCompared)
         SmallDisplay display(terminal.address());
         ConsoleSession console(terminal);
         Clock::time_point start = Clock::now();
-        EXPECT_EQ(console.run("replay " + file + row.line),
+        EXPECT_EQ(console.transcript("replay " + file + row.line),
                   "3 of 3 writes of clients came again, and 1 others\n");
         EXPECT_GE(since(start), row.atLeast - 1);
         EXPECT_EQ(terminal.getInt("ram.a"), 4);
@@ -405,7 +405,7 @@ TEST_F(RecordingTest, ADisplayThatWritesSomethingElseIsNoticed)
     sim::Terminal terminal(empty());
     SmallDisplay display(terminal.address(), 5);
     ConsoleSession console(terminal);
-    EXPECT_THAT(console.run("replay " + file + " 0"),
+    EXPECT_THAT(console.transcript("replay " + file + " 0"),
                 MatchesRegex("0 of 1 writes of clients came again, and 1 others\n"
                              "the first that did not: config\\.write\\.ram\\.b write int 3 "
                              "\\(at [0-9]+\\.[0-9]{3} s\\)\n"
@@ -536,52 +536,54 @@ TEST_F(RecordingTest, Commands)
 {
     sim::Terminal terminal(empty());
     ConsoleSession console(terminal);
-    EXPECT_EQ(console.run("record"), "not recording\n");
-    EXPECT_EQ(console.run("record off"), "error: nothing is recorded\n[1]");
-    EXPECT_EQ(console.run("record " + file), "");
-    EXPECT_EQ(console.run("record " + file), "error: recording to " + file + " already\n[1]");
+    EXPECT_EQ(console.transcript("record"), "not recording\n");
+    EXPECT_EQ(console.transcript("record off"), "error: nothing is recorded\n[1]");
+    EXPECT_EQ(console.transcript("record " + file), "");
+    EXPECT_EQ(console.transcript("record " + file), "error: recording to " + file + " already\n[1]");
     terminal.set("ram.a", 1);
-    EXPECT_EQ(console.run("record"), "recording to " + file + ": 1 messages\n");
-    EXPECT_EQ(console.run("record off"), "");
-    EXPECT_EQ(console.run("record " + directory.name), "error: " + directory.name + ": Is a directory\n[1]");
-    EXPECT_EQ(console.run("replay " + directory.file("none")),
+    EXPECT_EQ(console.transcript("record"), "recording to " + file + ": 1 messages\n");
+    EXPECT_EQ(console.transcript("record off"), "");
+    EXPECT_EQ(console.transcript("record " + directory.name),
+              "error: " + directory.name + ": Is a directory\n[1]");
+    EXPECT_EQ(console.transcript("replay " + directory.file("none")),
               "error: " + directory.file("none") + ": No such file or directory\n[1]");
     for (const char* line : {"record a b", "replay", "replay a x", "replay a -1", "replay a 1001",
                              "replay a 1 2", "messages a b"})
-        EXPECT_THAT(console.run(line), HasSubstr("usage: ")) << line;
+        EXPECT_THAT(console.transcript(line), HasSubstr("usage: ")) << line;
 }
 
 TEST_F(RecordingTest, MessagesAreToldBehindThePromptAndFiltered)
 {
     sim::Terminal terminal(empty());
     ConsoleSession console(terminal);
-    EXPECT_EQ(console.run("messages off"), "error: no messages are printed\n[1]");
-    EXPECT_EQ(console.run("messages ("), "error: bad expression (\n[1]");
-    EXPECT_EQ(console.run("messages"), "");
+    EXPECT_EQ(console.transcript("messages off"), "error: no messages are printed\n[1]");
+    EXPECT_EQ(console.transcript("messages ("), "error: bad expression (\n[1]");
+    EXPECT_EQ(console.transcript("messages"), "");
     terminal.set("ram.a", 1);
-    EXPECT_EQ(console.output(), "* all 0 signal config.change.ram records ram.a = int 1\n");
-    EXPECT_EQ(console.run("messages ram\\.b|config.change.cfg"), "");
+    EXPECT_EQ(console.textSoFar(), "* all 0 signal config.change.ram records ram.a = int 1\n");
+    EXPECT_EQ(console.transcript("messages ram\\.b|config.change.cfg"), "");
     terminal.set("ram.a", 2);
     terminal.set("ram.b", 2);
     terminal.set("cfg.a", 2);
-    EXPECT_EQ(console.output(), "* all 0 signal config.change.ram records ram.b = int 2\n"
-                                "* all 0 signal config.change.cfg records cfg.a = int 2\n");
-    EXPECT_EQ(console.run("messages off"), "");
+    EXPECT_EQ(console.textSoFar(), "* all 0 signal config.change.ram records ram.b = int 2\n"
+                                   "* all 0 signal config.change.cfg records cfg.a = int 2\n");
+    EXPECT_EQ(console.transcript("messages off"), "");
     terminal.set("ram.b", 3);
-    EXPECT_EQ(console.output(), "");
+    EXPECT_EQ(console.textSoFar(), "");
 }
 
 TEST_F(RecordingTest, SoManyMessagesASecondAreToldAndHowManyMoreThereWere)
 {
     sim::Terminal terminal(empty());
     ConsoleSession console(terminal);
-    console.run("messages");
+    console.transcript("messages");
     terminal.onThread([&] {
         for (int at = 0; at < 80; at++)
             terminal.set("ram.a", at);
     });
     EXPECT_TRUE(console.waitFor("* 30 messages left out\n"));
-    EXPECT_THAT(console.output(), AllOf(HasSubstr("ram.a = int 49\n"), Not(HasSubstr("ram.a = int 50\n"))));
+    EXPECT_THAT(console.textSoFar(),
+                AllOf(HasSubstr("ram.a = int 49\n"), Not(HasSubstr("ram.a = int 50\n"))));
 }
 
 // --- The program's options
