@@ -74,7 +74,7 @@ struct TerminalOptions {
 
 class Terminal {
 public:
-    static constexpr int DefaultTimeout = 5000;
+    static constexpr int DefaultTimeout = 120000; // ms; fails nothing that merely is slow
 
     // Starts at once. Whatever fails is in error(); running() is then false.
     Terminal();

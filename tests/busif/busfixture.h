@@ -15,6 +15,7 @@
 #include "sim/terminal.h"
 #include "support/messages.h"
 #include "support/modelaccess.h"
+#include "support/patience.h"
 
 #include <QList>
 #include <QString>
@@ -87,7 +88,7 @@ public:
         QElapsedTimer clock;
         clock.start();
         while (!condition()) {
-            if (clock.elapsed() > 20000)
+            if (clock.elapsed() > PATIENCE_MS)
                 qFatal("the loop was turned for 20 s in vain");
             fdloop_timer_add(fdl, 20, wake, nullptr); // bounds the wait of this turn
             fdloop_run(fdl);

@@ -7,6 +7,7 @@
 #include "busif/subscriptions.h"
 #include "sim/syslogtap/syslogtap.h"
 #include "support/death.h"
+#include "support/patience.h"
 
 #include <cstdlib>
 
@@ -204,7 +205,8 @@ private slots:
 
     void logsOfTheStart()
     {
-        QTRY_COMPARE(countOfSyslog(": CBusIfThread::run(): About to run fdloop_loop(fdl)"), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(countOfSyslog(": CBusIfThread::run(): About to run fdloop_loop(fdl)"), 1,
+                                  PATIENCE_MS);
         QCOMPARE(countOfSyslog(": CBusIfThread::run(): Start of function."), 1);
         QCOMPARE(
             countOfSyslog(": CBusIfThread::run(): About to register to keep-alive in application manager"),
@@ -218,7 +220,7 @@ private slots:
         QVERIFY(model().getHasConnectedToCBus());
         QVERIFY(model().getThreadIdCBus() != nullptr);
         QVERIFY(model().getThreadIdCBus() != QThread::currentThreadId());
-        QTRY_COMPARE(model().getSignalLevel(), 450);
+        QTRY_COMPARE_WITH_TIMEOUT(model().getSignalLevel(), 450, PATIENCE_MS);
         QCOMPARE(int(model().getLanguage()), 2);
     }
 
@@ -235,7 +237,7 @@ private slots:
         QCoreApplication::sendPostedEvents(); // nothing of the start is left
         connect(&model(), SIGNAL(signalLevelChanged(int)), this, SLOT(levelChanged(int)));
         panel->terminal->set("ram.status.signal_strength", 512);
-        QTRY_COMPARE(levels, QList<int>({512}));
+        QTRY_COMPARE_WITH_TIMEOUT(levels, QList<int>({512}), PATIENCE_MS);
         QCOMPARE(model().getSignalLevel(), 512);
         QVERIFY(levelsCameQueued);
     }
@@ -245,14 +247,15 @@ private slots:
         model().setCBusValue("cfg.interfaces.lan.enabled", 1);
         QVERIFY(panel->terminal->waitForWrite("cfg.interfaces.lan.enabled", sim::Value::integer(1)));
         QVERIFY(panel->terminal->waitForMessage("config.sync.cfg"));
-        QTRY_COMPARE(int(model().getInterfaceState(INTERFACE_NAME_LAN)), int(INTERFACE_STATE_ACTIVATING));
+        QTRY_COMPARE_WITH_TIMEOUT(int(model().getInterfaceState(INTERFACE_NAME_LAN)),
+                                  int(INTERFACE_STATE_ACTIVATING), PATIENCE_MS);
     }
 
     void theRadioModuleIsPolled()
     {
         panel->terminal->clearLogs();
-        QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", 5000, 2));
-        QTRY_COMPARE(model().getRmOperating(), 1);
+        QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", PATIENCE_MS, 2));
+        QTRY_COMPARE_WITH_TIMEOUT(model().getRmOperating(), 1, PATIENCE_MS);
     }
 
     // The GUI thread switches the poll; the loop notices.
@@ -266,7 +269,7 @@ private slots:
         QVERIFY(fdloop_timer == nullptr); // nothing is left that could ever bring the next poll
         QVERIFY(panel->terminal->messagesNamed("config.read.rmcfg.sys.status.mode").empty());
         model().subscribeToChanges(true);
-        QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", 5000, 2));
+        QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", PATIENCE_MS, 2));
     }
 
     // However often the screen saver comes and goes, and whatever the loop's timers are doing meanwhile.
@@ -282,23 +285,23 @@ private slots:
         panel->thread->handleSubscribeToPollRmValues(true);
         QVERIFY(passLoop(400));
         panel->terminal->clearLogs();
-        QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", 5000, 2));
+        QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", PATIENCE_MS, 2));
     }
 
     // A lost connection: readers fall to their defaults, the process stays, nobody reconnects.
     void busLostLater()
     {
-        QTRY_COMPARE(model().getRmOperating(), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(model().getRmOperating(), 1, PATIENCE_MS);
         panel->terminal->killConnections();
-        QTRY_COMPARE(model().getRmOperating(), 0); // the next poll reads nothing
-        QTRY_COMPARE(model().getSimStatus(), -3);
+        QTRY_COMPARE_WITH_TIMEOUT(model().getRmOperating(), 0, PATIENCE_MS); // the next poll reads nothing
+        QTRY_COMPARE_WITH_TIMEOUT(model().getSimStatus(), -3, PATIENCE_MS);
         QVERIFY(panel->thread->isRunning());
         QVERIFY(model().getHasConnectedToCBus());
         // Later changes do not arrive, and writes are lost in silence.
         panel->terminal->set("ram.status.signal_strength", 111);
         model().setCBusValue("cfg.language", 4);
         const int polls = failedPolls();
-        QTRY_VERIFY_WITH_TIMEOUT(failedPolls() >= polls + 2, 20000); // the loop goes on turning
+        QTRY_VERIFY_WITH_TIMEOUT(failedPolls() >= polls + 2, PATIENCE_MS); // the loop goes on turning
         QCOMPARE(model().getSignalLevel(), 400);
         QCOMPARE(panel->terminal->clientCount(), size_t(0));
         QVERIFY(panel->terminal->writesOf("cfg.language").empty());

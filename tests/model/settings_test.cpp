@@ -4,6 +4,8 @@
 #include "common/paths.h"
 #include "model/menu_items.h"
 
+#include "support/patience.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -405,7 +407,7 @@ private slots:
         QVERIFY(bus->terminal.waitForWrite("ram.usim.pin", sim::Value::text("1234")));
         QCOMPARE(Access::pinTimer().interval(), 2000);
         Access::simStatus() = sim;
-        QTRY_COMPARE_WITH_TIMEOUT(right.count() + wrong.count(), 1, 10000);
+        QTRY_COMPARE_WITH_TIMEOUT(right.count() + wrong.count(), 1, PATIENCE_MS);
         QVERIFY(clock.elapsed() >= 1900);
         QCOMPARE(right.count(), accepted ? 1 : 0);
         QVERIFY(!Access::pinTimer().isActive()); // it fires once
@@ -422,7 +424,7 @@ private slots:
         model().startHidePointNowText();
         QVERIFY(model().getHidePointNowText());
         QCOMPARE(Access::hidePointNowTextTimer().interval(), 2000);
-        QTRY_VERIFY_WITH_TIMEOUT(!model().getHidePointNowText(), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(!model().getHidePointNowText(), PATIENCE_MS);
         QVERIFY(clock.elapsed() >= 1900);
         QCOMPARE(spy.count(), 1);
         QVERIFY(!Access::hidePointNowTextTimer().isActive());
@@ -442,7 +444,7 @@ private slots:
         QCOMPARE(bus->log.count(QtDebugMsg, "StatusUpdater::getIgnoreGlobalKeyPress(): Ignoring keypress."),
                  1);
         QCOMPARE(Access::ignoreGlobalKeyPressTimer().interval(), 700);
-        QTRY_VERIFY_WITH_TIMEOUT(!model().getIgnoreGlobalKeyPress(), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(!model().getIgnoreGlobalKeyPress(), PATIENCE_MS);
         QVERIFY(clock.elapsed() >= 600);
         model().startIgnoreGlobalKeyPress();
         model().stopIgnoreGlobalKeyPress();

@@ -5,6 +5,7 @@
 #include "support/deaths.h"
 #include "support/messages.h"
 #include "support/modelaccess.h"
+#include "support/patience.h"
 #include "support/records.h"
 
 #include <QSignalSpy>
@@ -388,9 +389,9 @@ private slots:
         StatusUpdater* const m = &model();
         std::thread([m] { emit m->startUpdateConnectionTimerSignal(); }).join();
         QVERIFY(!Access::updateConnectionTimer().isActive()); // queued until the timer's thread turns
-        QTRY_VERIFY(Access::updateConnectionTimer().isActive());
+        QTRY_VERIFY_WITH_TIMEOUT(Access::updateConnectionTimer().isActive(), PATIENCE_MS);
         std::thread([m] { emit m->stopUpdateConnectionTimerSignal(); }).join();
-        QTRY_VERIFY(!Access::updateConnectionTimer().isActive());
+        QTRY_VERIFY_WITH_TIMEOUT(!Access::updateConnectionTimer().isActive(), PATIENCE_MS);
     }
 
     // --- Signals -------------------------------------------------------------------------------------------

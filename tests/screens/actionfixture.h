@@ -9,6 +9,7 @@
 #include "screens/screenaction.h"
 #include "screens/screenpopup.h"
 #include "support/modelaccess.h"
+#include "support/patience.h"
 #include "widgets/ttreewidget.h"
 
 #include <QApplication>
@@ -31,7 +32,7 @@ inline bool passBus()
 {
     static int number = 0;
     terminal().set("ram.status.signal_strength", ++number);
-    const bool passed = QTest::qWaitFor([] { return model()->getSignalLevel() == number; }, 30000);
+    const bool passed = QTest::qWaitFor([] { return model()->getSignalLevel() == number; }, PATIENCE_MS);
     QCoreApplication::sendPostedEvents();
     return passed;
 }

@@ -16,6 +16,8 @@
 #include "widgets/tlabel.h"
 #include "widgets/ttreewidget.h"
 
+#include "support/patience.h"
+
 #include <QMap>
 #include <QScopedPointer>
 
@@ -101,7 +103,7 @@ void FitTest::initTestCase()
     // Off, and over, before the first state is set: a poll would put the radio module's own over it.
     emit model()->signalSubscribeToPollRmValues(false);
     terminal().set("ram.status.signal_strength", 1);
-    QVERIFY(QTest::qWaitFor([] { return model()->getSignalLevel() == 1; }, 30000));
+    QVERIFY(QTest::qWaitFor([] { return model()->getSignalLevel() == 1; }, PATIENCE_MS));
     quietRadio();
     closePopups();
 }

@@ -8,6 +8,8 @@
 #include "screens/screenpopup.h"
 #include "widgets/ttreewidget.h"
 
+#include "support/patience.h"
+
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QScreen>
@@ -45,7 +47,7 @@ bool chooseLanguage(LANG_ENUM language)
 {
     terminal().set("cfg.language", language);
     const bool chosen =
-        QTest::qWaitFor([language] { return model()->getLanguage() == language; }, 30000) && passBus();
+        QTest::qWaitFor([language] { return model()->getLanguage() == language; }, PATIENCE_MS) && passBus();
     QCoreApplication::sendPostedEvents(); // the window has loaded the words; now the screens hear of them
     return chosen;
 }
@@ -228,7 +230,7 @@ void FontsTest::accentsOfAListStayWhateverMoves()
     Panel panel;
     panel.show(Screen::SCREEN_ACTION);
     TTreeWidget* const list = panel.list(Screen::SCREEN_ACTION);
-    QVERIFY(QTest::qWaitForWindowExposed(&panel.window));
+    QVERIFY(QTest::qWaitForWindowExposed(&panel.window, PATIENCE_MS));
     const auto onThePanel = [&panel] {
         return panel.window.windowHandle()
             ->screen()
@@ -237,12 +239,12 @@ void FontsTest::accentsOfAListStayWhateverMoves()
             .convertToFormat(QImage::Format_RGB32);
     };
     const QRect all(0, 0, 256, 64);
-    QTRY_COMPARE(onThePanel(), panel.picture(all));
+    QTRY_COMPARE_WITH_TIMEOUT(onThePanel(), panel.picture(all), PATIENCE_MS);
     QCOMPARE(panel.faults(name, Screen::SCREEN_ACTION, list->topLevelItem(2)), QString());
     for (Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Left, Qt::Key_Down,
                         Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Right, Qt::Key_Up, Qt::Key_Up}) {
         QTest::keyClick(list, key);
-        QTRY_COMPARE(onThePanel(), panel.picture(all));
+        QTRY_COMPARE_WITH_TIMEOUT(onThePanel(), panel.picture(all), PATIENCE_MS);
     }
 }
 
@@ -283,7 +285,7 @@ void FontsTest::alertOfUnknownKindHasTheLogsWordsInAscii()
                        {"ram.log.alert.1.state", sim::Value::integer(2)},
                        {"ram.log.alert.1.shorttext", sim::Value::text(text)}});
     terminal().set("ram.log.alert.latest.entry_count", 1);
-    QTRY_COMPARE(panel.popupText()->text(), QString("Fan ?? of 3"));
+    QTRY_COMPARE_WITH_TIMEOUT(panel.popupText()->text(), QString("Fan ?? of 3"), PATIENCE_MS);
     QCOMPARE(panel.faults("Fan ?? of 3", panel.popupText()), QString());
     panel.closePopups();
     panel.show(Screen::SCREEN_MENU);
@@ -337,7 +339,7 @@ void FontsTest::accentOfAnAlert()
                        {"ram.log.alert.1.severity", sim::Value::integer(EVENT_WARNING)},
                        {"ram.log.alert.1.state", sim::Value::integer(2)}});
     terminal().set("ram.log.alert.latest.entry_count", 2);
-    QTRY_COMPARE(panel.popupText()->text(), model()->getEventText(cause));
+    QTRY_COMPARE_WITH_TIMEOUT(panel.popupText()->text(), model()->getEventText(cause), PATIENCE_MS);
     panel.closePopups();
     panel.show(Screen::SCREEN_MENU);
     QTreeWidgetItem* const alerts = panel.list(Screen::SCREEN_MENU)->getItemById(ITEM_ALERTS);

@@ -2,6 +2,8 @@
 // leaves alone.
 #include "screens/windowfixture.h"
 
+#include "support/patience.h"
+
 #include <QKeyEvent>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -133,12 +135,12 @@ void GuiAppKeysTest::pressThroughTheNativeWindowCountsOnce()
     widget.setFixedSize(256, 64);
     widget.show();
     widget.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&widget));
+    QVERIFY(QTest::qWaitForWindowActive(&widget, PATIENCE_MS));
     widget.setFocus();
     QSignalSpy spy(qApp, SIGNAL(someKeyWasPressed()));
     Messages messages;
     QTest::keyPress(widget.windowHandle(), Qt::Key_Down);
-    QTRY_COMPARE(widget.pressed, QList<int>({int(Qt::Key_Down)}));
+    QTRY_COMPARE_WITH_TIMEOUT(widget.pressed, QList<int>({int(Qt::Key_Down)}), PATIENCE_MS);
     QCOMPARE(messages.count(SOME_KEY), 1);
     QCOMPARE(messages.countOfPrefix("Key_Down was pressed for receiver=."), 1);
     QCOMPARE(messages.count(DONE), 1);

@@ -4,6 +4,7 @@
 
 #include "common/log.h"
 #include "support/failingnew.h"
+#include "support/patience.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -69,7 +70,7 @@ QStringList outputOfRole(const QString& role, const QStringList& arguments,
     variables.append(environment);
     process.setEnvironment(variables);
     process.start(QCoreApplication::applicationFilePath(), QStringList("role=" + role) + arguments);
-    if (!process.waitForFinished(30000)) {
+    if (!process.waitForFinished(PATIENCE_MS)) {
         qFatal("the role %s did not end", qPrintable(role));
     }
     return QString::fromUtf8(process.readAllStandardError()).split('\n');

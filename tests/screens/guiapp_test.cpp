@@ -4,6 +4,8 @@
 
 #include "common/qtcompat.h"
 
+#include "support/patience.h"
+
 #include <QSignalSpy>
 #include <QStyle>
 
@@ -48,7 +50,7 @@ private slots:
 
 void GuiAppTest::initTestCase()
 {
-    QTRY_VERIFY_WITH_TIMEOUT(model()->getHasConnectedToCBus(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(model()->getHasConnectedToCBus(), PATIENCE_MS);
 }
 
 void GuiAppTest::cleanup()
@@ -243,7 +245,7 @@ void GuiAppTest::signalAsksForAScreenshot()
     syslogtap_clear();
     raise(SIGUSR1);
     QCOMPARE(spy.count(), 0); // nothing is done in the handler itself
-    QTRY_COMPARE(spy.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(spy.count(), 1, PATIENCE_MS);
     QCOMPARE(syslogtap::count(
                  7, QString("%1: signal_handler(): signal=10").arg(qtcompat::threadIdNumber()).toStdString()),
              size_t(1));
@@ -263,7 +265,7 @@ void GuiAppTest::signalOnAnotherThreadIsHandledOnTheGuiThread()
                  nullptr),
              0);
     pthread_join(thread, nullptr);
-    QTRY_COMPARE(spy.count(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(spy.count(), 1, PATIENCE_MS);
     QCOMPARE(syslogtap::count(
                  7, QString("%1: signal_handler(): signal=10").arg(qtcompat::threadIdNumber()).toStdString()),
              size_t(1));
@@ -275,7 +277,7 @@ void GuiAppTest::eachSignalOfABurstIsAnswered()
     for (int i = 0; i < 5; ++i) {
         raise(SIGUSR1);
     }
-    QTRY_COMPARE(spy.count(), 5);
+    QTRY_COMPARE_WITH_TIMEOUT(spy.count(), 5, PATIENCE_MS);
 }
 
 int main(int argc, char** argv)

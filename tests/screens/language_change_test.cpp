@@ -7,6 +7,8 @@
 #include "common/constants.h"
 #include "screens/screenpopup.h"
 
+#include "support/patience.h"
+
 #include <QDateTime>
 #include <QRegularExpression>
 #include <QSet>
@@ -161,7 +163,7 @@ bool chooseLanguage(int language)
 {
     terminal().set("cfg.language", language);
     const bool chosen =
-        QTest::qWaitFor([language] { return model()->getLanguage() == language; }, 30000) && passBus();
+        QTest::qWaitFor([language] { return model()->getLanguage() == language; }, PATIENCE_MS) && passBus();
     QCoreApplication::sendPostedEvents(); // the window has loaded the words; now the screens hear of them
     return chosen;
 }
@@ -424,7 +426,8 @@ void LanguageChangeTest::shownScreenChangesBeforeTheEyes()
     normalOperation();
     if (id == Screen::SCREEN_POINTING) {
         pointing();
-        QTRY_COMPARE(model()->getPointingMode(), static_cast<int>(POINTING_STATUS_POINTING));
+        QTRY_COMPARE_WITH_TIMEOUT(model()->getPointingMode(), static_cast<int>(POINTING_STATUS_POINTING),
+                                  PATIENCE_MS);
     }
     const auto pictureIn = [id](Window& window) {
         window.showScreen(static_cast<Screen::SCREEN_ID_ENUM>(id), false);
@@ -443,7 +446,8 @@ void LanguageChangeTest::shownScreenChangesBeforeTheEyes()
          {LANG_CHINESE, LANG_GERMAN, LANG_RUSSIAN, LANG_FRENCH, LANG_JAPANESE, LANG_SPANISH, LANG_ENGLISH}) {
         QVERIFY(chooseLanguage(language));
         QCOMPARE(window->getCurrentScreenId(), static_cast<Screen::SCREEN_ID_ENUM>(id));
-        QTRY_COMPARE(window->grab().toImage(), fresh.at(language)); // a layout may take a moment
+        QTRY_COMPARE_WITH_TIMEOUT(window->grab().toImage(), fresh.at(language),
+                                  PATIENCE_MS); // a layout may take a moment
     }
 }
 

@@ -7,6 +7,7 @@
 #include "screens/screenmenu.h"
 #include "screens/screenpopup.h"
 #include "support/modelaccess.h"
+#include "support/patience.h"
 #include "widgets/ttreewidget.h"
 
 #include <QApplication>
@@ -58,7 +59,7 @@ inline bool passBus()
 {
     static int number = 0;
     terminal().set("ram.status.signal_strength", ++number);
-    const bool passed = QTest::qWaitFor([] { return model()->getSignalLevel() == number; }, 30000);
+    const bool passed = QTest::qWaitFor([] { return model()->getSignalLevel() == number; }, PATIENCE_MS);
     // A signal loads a language, which is told to the windows, which tell their pages.
     for (int step = 0; step < 3; ++step) {
         QCoreApplication::sendPostedEvents();

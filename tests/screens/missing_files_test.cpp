@@ -6,6 +6,7 @@
 #include "screens/screenpointing.h"
 #include "support/death.h"
 #include "support/messages.h"
+#include "support/patience.h"
 
 #include <QDir>
 #include <QProcess>
@@ -137,7 +138,7 @@ int runPanel(char* name)
     char* arguments[] = {name, debugArgument, nullptr};
     int count = 2;
     GuiApp::createInstance(count, arguments);
-    if (!QTest::qWaitFor([] { return logHolds("About to run fdloop_loop"); }, 20000))
+    if (!QTest::qWaitFor([] { return logHolds("About to run fdloop_loop"); }, PATIENCE_MS))
         return 2;
     Window window;
     window.setVisible(true);
@@ -166,7 +167,7 @@ End endOfPanel(const QStringList& environment)
                            QStringList("TEST_DIRECTORY=" + directory.path()));
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(QCoreApplication::applicationFilePath(), {"role=panel"});
-    if (!process.waitForFinished(60000))
+    if (!process.waitForFinished(PATIENCE_MS))
         qFatal("the panel did not end");
     return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
             QString::fromUtf8(process.readAll())};

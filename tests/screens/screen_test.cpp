@@ -5,6 +5,7 @@
 
 #include "support/death.h"
 #include "support/failingnew.h"
+#include "support/patience.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -246,7 +247,7 @@ void ScreenTest::ignoredTimeEnds()
     QElapsedTimer timer;
     timer.start();
     model()->startIgnoreGlobalKeyPress();
-    QTRY_VERIFY(!model()->getIgnoreGlobalKeyPress());
+    QTRY_VERIFY_WITH_TIMEOUT(!model()->getIgnoreGlobalKeyPress(), PATIENCE_MS);
     QVERIFY(timer.elapsed() >= 650); // 700 ms, less the play of a coarse timer
     QVERIFY(press(&screen, Qt::Key_Left));
     QCOMPARE(screen.calls, QStringList("left"));
@@ -419,7 +420,7 @@ void ScreenTest::screenshotsOfOneSecondOverwrite()
     Screenshots screenshots(directory.path());
     PlainScreen screen(Screen::SCREEN_MENU);
     // The start of a second, so that both fall into it.
-    QTRY_VERIFY(QTime::currentTime().msec() < 100);
+    QTRY_VERIFY_WITH_TIMEOUT(QTime::currentTime().msec() < 100, PATIENCE_MS);
     const QTime start = QTime::currentTime();
     screen.createScreenshot();
     screen.createScreenshot();

@@ -2,6 +2,8 @@
 // bring, and where the cursor stands on the next visit.
 #include "screens/actionfixture.h"
 
+#include "support/patience.h"
+
 #include <QElapsedTimer>
 
 using namespace windowfixture;
@@ -306,7 +308,7 @@ void ScreenActionKeysTest::startOfABundle()
     QCOMPARE(popup.showForMilliseconds, 2000);
     QVERIFY2(popup.text.endsWith("Streaming"), qPrintable(popup.text));
     QVERIFY(!popup.okFunction && !popup.cancelFunction);
-    QTRY_COMPARE_WITH_TIMEOUT(f.shown(), Screen::SCREEN_STATUS, 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(f.shown(), Screen::SCREEN_STATUS, PATIENCE_MS);
     QVERIFY(clock.elapsed() >= 2000);
     // Nothing here has waited for the outcome.
     QCOMPARE(int(Access::definedBundles().at(1).status), int(BUNDLE_STATUS_IDLE));

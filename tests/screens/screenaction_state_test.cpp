@@ -4,6 +4,8 @@
 
 #include "screens/pictures.h"
 
+#include "support/patience.h"
+
 #include <QStyle>
 
 using namespace windowfixture;
@@ -302,7 +304,7 @@ void ScreenActionStateTest::elapsedTimeOfRunningBundles()
     QCOMPARE(f.bundle(1)->text(1), QString("Connecting...")); // not running: left alone
     // The model's own timer brings it, too.
     setSession(1, BUNDLE_STATUS_RUNNING, 5000);
-    QTRY_VERIFY_WITH_TIMEOUT(f.bundle(1)->text(1).startsWith("01:23:"), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(f.bundle(1)->text(1).startsWith("01:23:"), PATIENCE_MS);
 }
 
 void ScreenActionStateTest::nothingIsCut_data()

@@ -5,6 +5,7 @@
 #include "screens/pictures.h"
 #include "support/death.h"
 #include "support/failingnew.h"
+#include "support/patience.h"
 
 #include <QHeaderView>
 #include <QLayout>
@@ -158,7 +159,7 @@ void ScreenActionTest::popupOfNoBundlesGoesWhenOneComes()
     f.open();
     QCOMPARE(f.popups(), QList<unsigned int>({EV_AP_GUI_NO_BUNDLES_DEFINED}));
     defineBundles({{1, "One"}});
-    QTRY_COMPARE_WITH_TIMEOUT(f.popups(), QList<unsigned int>(), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(f.popups(), QList<unsigned int>(), PATIENCE_MS);
     QCOMPARE(f.rows(), QStringList({"Exit", "One"}));
 }
 

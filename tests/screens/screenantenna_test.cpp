@@ -4,6 +4,7 @@
 #include "screens/screenantenna.h"
 #include "support/death.h"
 #include "support/failingnew.h"
+#include "support/patience.h"
 
 #include <QElapsedTimer>
 #include <QGridLayout>
@@ -328,7 +329,7 @@ void ScreenAntennaTest::blinkTakesHalfASecond()
     QElapsedTimer clock;
     clock.start();
     QSignalSpy changes(f.bar, SIGNAL(valueChanged(int)));
-    QTRY_COMPARE_WITH_TIMEOUT(changes.size(), 4, 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(changes.size(), 4, PATIENCE_MS);
     QVERIFY(clock.elapsed() >= 4 * 475); // Qt's coarse timers may come one twentieth early
     const QList<int> expected = {3, 2, 3, 2};
     for (int i = 0; i < expected.size(); ++i) {

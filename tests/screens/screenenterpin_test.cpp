@@ -3,6 +3,8 @@
 
 #include "screens/screenenterpin.h"
 
+#include "support/patience.h"
+
 #include <thread>
 
 using namespace windowfixture;
@@ -464,7 +466,8 @@ void ScreenEnterPinTest::wrongPin()
     QVERIFY(setSim(SIM_PIN_NEEDED));
     f.enter({1, 2, 3, 4});
     f.press(Qt::Key_Return);
-    QVERIFY(QTest::qWaitFor([&f] { return f.popups()->eventExistInPopupList(EV_AP_GUI_WRONG_PIN); }, 20000));
+    QVERIFY(QTest::qWaitFor([&f] { return f.popups()->eventExistInPopupList(EV_AP_GUI_WRONG_PIN); },
+                            PATIENCE_MS));
     QCOMPARE(f.screen->getEnteredPin(), QString("0000"));
     QCOMPARE(f.message(), "Enter PIN: <u>0</u>" + blind(6));
     QCOMPARE(f.captions(), QString("Cancel|-"));
@@ -509,7 +512,7 @@ void ScreenEnterPinTest::rightPin()
     Access::pinTimer().stop(); // until the SIM has answered, however long a busy machine takes
     QVERIFY(setSim(SIM_READY));
     model()->handlePinTimeout();
-    QVERIFY(QTest::qWaitFor([&f] { return f.current() == Screen::SCREEN_STATUS; }, 20000));
+    QVERIFY(QTest::qWaitFor([&f] { return f.current() == Screen::SCREEN_STATUS; }, PATIENCE_MS));
     QVERIFY(f.popups()->events().isEmpty());
     QVERIFY(f.page->isHidden());
 }
@@ -520,7 +523,7 @@ void ScreenEnterPinTest::simThatNeedsItsPinBeginsAnew()
     f.enter({1, 2, 3, 4});
     f.window.showScreen(Screen::SCREEN_STATUS, false);
     QVERIFY(setSim(SIM_PIN_NEEDED));
-    QVERIFY(QTest::qWaitFor([&f] { return f.current() == Screen::SCREEN_ENTER_PIN; }, 20000));
+    QVERIFY(QTest::qWaitFor([&f] { return f.current() == Screen::SCREEN_ENTER_PIN; }, PATIENCE_MS));
     QCOMPARE(f.screen->getEnteredPin(), QString("0000"));
     QCOMPARE(f.window.focusWidget(), static_cast<QWidget*>(f.page));
 }

@@ -3,6 +3,7 @@
 #include "screens/menufixture.h"
 
 #include "screens/pictures.h"
+#include "support/patience.h"
 #include "support/qmfile.h"
 
 #include <QFontInfo>
@@ -252,7 +253,7 @@ void ScreenMenuLanguageTest::cursorStaysOnTheLanguageThatWasPressed()
     f.open();
     for (int id : {46, 49, 43}) {
         QVERIFY(f.press(id));
-        QTRY_COMPARE_WITH_TIMEOUT(f.checked(42), QList<int>({id}), 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(f.checked(42), QList<int>({id}), PATIENCE_MS);
         QCOMPARE(f.currentId(), id);
         QVERIFY(f.rowsInView().contains(f.currentText()));
     }

@@ -2,6 +2,8 @@
 // back from the database, whoever made it.
 #include "screens/menufixture.h"
 
+#include "support/patience.h"
+
 using namespace windowfixture;
 
 namespace {
@@ -146,7 +148,7 @@ void ScreenMenuSettingsTest::pressLeavesTheCheckMarkUntilTheChangeComesBack()
     const QList<int> held = f.checked(branch);
     terminal().release();
     QCOMPARE(held, QList<int>({before}));
-    QTRY_COMPARE_WITH_TIMEOUT(f.checked(branch), QList<int>({item}), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(f.checked(branch), QList<int>({item}), PATIENCE_MS);
 }
 
 void ScreenMenuSettingsTest::changeOnAnotherInterfaceMovesTheCheckMark()

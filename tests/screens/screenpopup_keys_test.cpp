@@ -4,6 +4,8 @@
 
 #include "screens/screenstatus.h"
 
+#include "support/patience.h"
+
 using namespace windowfixture;
 
 namespace {
@@ -178,7 +180,7 @@ void ScreenPopupKeysTest::graceEndsAfterSevenHundredMilliseconds()
     f.screen->addEvent(popup);
     QElapsedTimer patience;
     patience.start();
-    while (!f.screen->events().isEmpty() && patience.elapsed() < 20000) {
+    while (!f.screen->events().isEmpty() && patience.elapsed() < PATIENCE_MS) {
         f.press(Qt::Key_Return);
     }
     QVERIFY(f.screen->events().isEmpty());

@@ -3,13 +3,14 @@
 
 #include "common/qtcompat.h"
 
+#include "support/patience.h"
+
 using namespace windowfixture;
 
 namespace {
 
 const char ACTIVITY[] = "ram.powersave.activity.display";
 const char INTERVAL[] = "ram.status.signal_strength.update_interval";
-const int PATIENCE_MS = 30000;
 
 const Qt::Key FIVE_KEYS[] = {Qt::Key_Return, Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down};
 

@@ -3,12 +3,13 @@
 // the rules, upper bounds those of a busy machine.
 #include "screens/popupfixture.h"
 
+#include "support/patience.h"
+
 using namespace windowfixture;
 
 namespace {
 
 const int LONG_MS = 60000; // longer than any test
-const int PATIENCE_MS = 30000;
 
 // Waits until the list is empty.
 bool gone(const PopupFixture& f)

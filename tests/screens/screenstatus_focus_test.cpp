@@ -4,6 +4,8 @@
 #include "screens/screenpopup.h"
 #include "widgets/ttreewidget.h"
 
+#include "support/patience.h"
+
 #include <QSignalSpy>
 
 using namespace windowfixture;
@@ -220,7 +222,7 @@ void ScreenStatusFocusTest::enterPinByTheId()
     model()->setExtendedSystemStatus(10);
     QVERIFY(setSim(SIM_PIN_NEEDED));
     StatusFixture f;
-    QTRY_COMPARE(f.window.getCurrentScreenId(), Screen::SCREEN_ENTER_PIN);
+    QTRY_COMPARE_WITH_TIMEOUT(f.window.getCurrentScreenId(), Screen::SCREEN_ENTER_PIN, PATIENCE_MS);
     f.window.showScreen(Screen::SCREEN_STATUS, false); // the user went away from it
     QCOMPARE(model()->getCurrentStatusTextId(), STATUS_TEXT_ENTER_PIN);
     QCOMPARE(f.text()->text(), QString("Enter PIN?"));
@@ -237,7 +239,7 @@ void ScreenStatusFocusTest::pointNowByTheId()
     QVERIFY(setSim(SIM_READY));
     terminal().set("rmcfg.sys.status.mode", std::string("operating"));
     terminal().set("rmcfg.protocols.umts.plmn.status", std::string("Searching"));
-    QTRY_COMPARE(model()->getPlmnStatus(), int(PLMN_STATUS_SEARCHING));
+    QTRY_COMPARE_WITH_TIMEOUT(model()->getPlmnStatus(), int(PLMN_STATUS_SEARCHING), PATIENCE_MS);
     model()->setPointingMode(POINTING_STATUS_NOT_POINTED); // unknown while the radio module was out of work
     StatusFixture f;
     f.screen->updateStatusText();
@@ -253,7 +255,7 @@ void ScreenStatusFocusTest::pointNowByTheId()
     QCOMPARE(f.window.getCurrentScreenId(), Screen::SCREEN_STATUS);
     terminal().erase("rmcfg.sys.status.mode");
     terminal().erase("rmcfg.protocols.umts.plmn.status");
-    QTRY_COMPARE(model()->getPlmnStatus(), int(PLMN_STATUS_UNDEFINED));
+    QTRY_COMPARE_WITH_TIMEOUT(model()->getPlmnStatus(), int(PLMN_STATUS_UNDEFINED), PATIENCE_MS);
     QVERIFY(setSim(SIM_STATUS_UNKNOWN));
 }
 

@@ -4,6 +4,8 @@
 
 #include "common/constants.h"
 
+#include "support/patience.h"
+
 #include <QProgressBar>
 #include <QTimer>
 
@@ -253,11 +255,12 @@ void ScreenStatusValuesTest::warningsBlinkAndKeepTheRowInPlace()
     QVERIFY(timer->isActive());
     QVERIFY(!f.icon("pWarningLabel")->isHidden());
     QCOMPARE(messages.countOfPrefix("Window::removePopupIfExist(EV_AP_GUI_NO_EVENTS)"), 1);
-    QTRY_COMPARE(f.icon("pWarningLabel")->geometry(), QRect(185, 0, 30, 24));
+    QTRY_COMPARE_WITH_TIMEOUT(f.icon("pWarningLabel")->geometry(), QRect(185, 0, 30, 24), PATIENCE_MS);
     QCOMPARE(f.icon("pWifiLabel")->geometry(), before);
     const QImage sign(GuiApp::getResourcePath() + "/warning_enabled.png");
     const QImage noSign(GuiApp::getResourcePath() + "/warning_no_sign_enabled.png");
-    QTRY_COMPARE(pictureOf(*f.icon("pWarningLabel")), noSign.convertToFormat(QImage::Format_ARGB32));
+    QTRY_COMPARE_WITH_TIMEOUT(pictureOf(*f.icon("pWarningLabel")),
+                              noSign.convertToFormat(QImage::Format_ARGB32), PATIENCE_MS);
     model()->setWarningsPresent(false);
     QVERIFY(f.icon("pWarningLabel")->isHidden());
     QVERIFY(!timer->isActive());
@@ -393,7 +396,7 @@ void ScreenStatusValuesTest::swing()
     QCOMPARE(f.animation()->startValue().toPoint(), QPoint(x, 0));
     QCOMPARE(f.animation()->endValue().toPoint(), QPoint(x, 40 - lines * fontHeight));
     QCOMPARE(f.animation()->state(), QAbstractAnimation::Running);
-    QTRY_VERIFY(f.text()->y() < 0);
+    QTRY_VERIFY_WITH_TIMEOUT(f.text()->y() < 0, PATIENCE_MS);
 }
 
 void ScreenStatusValuesTest::runningSwingGoesOn()

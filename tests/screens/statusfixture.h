@@ -7,6 +7,7 @@
 #include "common/qtcompat.h"
 #include "screens/screenstatus.h"
 #include "support/modelaccess.h"
+#include "support/patience.h"
 #include "support/records.h"
 #include "widgets/tbattlabel.h"
 #include "widgets/tlabel.h"
@@ -25,7 +26,7 @@ inline bool passBus()
 {
     static int number = 0;
     terminal().set("cfg.power_up.switch_on_when_external_power", ++number);
-    const bool passed = QTest::qWaitFor([] { return Access::powerUpSetting() == number; }, 30000);
+    const bool passed = QTest::qWaitFor([] { return Access::powerUpSetting() == number; }, PATIENCE_MS);
     QCoreApplication::sendPostedEvents();
     return passed;
 }

@@ -6,6 +6,7 @@
 #include "common/constants.h"
 #include "support/death.h"
 #include "support/failingnew.h"
+#include "support/patience.h"
 #include "widgets/tlabel.h"
 
 #include <QFontMetrics>
@@ -349,7 +350,7 @@ void TLabelTest::fadeStepsByItself()
     TestLabel label;
     label.show();
     label.setState(INTERFACE_STATE_ACTIVATING);
-    QTRY_COMPARE(label.dark()->styleSheet(), fade(3));
+    QTRY_COMPARE_WITH_TIMEOUT(label.dark()->styleSheet(), fade(3), PATIENCE_MS);
 }
 
 void TLabelTest::unchangedStyleIsNotSetAgain()
@@ -372,7 +373,7 @@ void TLabelTest::leftOverTimeoutStopsTheTimer()
         label.setState(state);
         label.show(); // starts the timer in any state; its first timeout stops it
         QVERIFY(label.activatingTimer()->isActive());
-        QTRY_VERIFY(!label.activatingTimer()->isActive());
+        QTRY_VERIFY_WITH_TIMEOUT(!label.activatingTimer()->isActive(), PATIENCE_MS);
     }
 }
 
@@ -419,7 +420,7 @@ void TLabelTest::blinkShowsBothPictures()
     label.handleBlinkTimeout();
     QCOMPARE(colourOf(label), QColor(Qt::green));
     QVERIFY(label.blinkTimer()->isActive());
-    QTRY_COMPARE(colourOf(label), QColor(Qt::red)); // by itself
+    QTRY_COMPARE_WITH_TIMEOUT(colourOf(label), QColor(Qt::red), PATIENCE_MS); // by itself
 }
 
 void TLabelTest::blinkEndsWithTheFirstPicture()

@@ -6,6 +6,8 @@
 #include "screens/screen.h"
 #include "widgets/ttreewidget.h"
 
+#include "support/patience.h"
+
 #include <QImage>
 #include <QKeyEvent>
 #include <QSet>
@@ -598,7 +600,7 @@ void TTreeWidgetTest::currentRowIsGreyWithoutALine()
 {
     ListScreen f;
     f.tree->setCurrentItem(f.helpDesk);
-    QTRY_VERIFY(f.tree->hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(f.tree->hasFocus(), PATIENCE_MS);
     const QRect row = f.tree->visualItemRect(f.helpDesk);
     const QImage picture = f.picture();
     QCOMPARE(coloursOf(picture, row),

@@ -3,6 +3,8 @@
 // their own (window_causes_test.cpp, window_modem_test.cpp, window_system_test.cpp).
 #include "screens/windowcase.h"
 
+#include "support/patience.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QImage>
@@ -210,7 +212,7 @@ void WindowEventsTest::confirmedResultIsToldToTheTerminal()
     makeVisibleWindow();
     forgetBus();
     emit model()->showPopup(eventOf(EV_SW_UPDATE_ROLLED_BACK));
-    QTRY_VERIFY(popupScreen()->popupAllowedToBeClosedByUser(queue().first()));
+    QTRY_VERIFY_WITH_TIMEOUT(popupScreen()->popupAllowedToBeClosedByUser(queue().first()), PATIENCE_MS);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QCOMPARE(queued(), QStringList());
     Messages messages;
@@ -224,7 +226,7 @@ void WindowEventsTest::integrityErrorCannotBeClosedAndIsNotConfirmed()
     makeVisibleWindow();
     forgetBus();
     emit model()->showPopup(eventOf(EV_SW_UPDATE_SW_INTEGRITY_ERROR));
-    QTRY_VERIFY(popupScreen()->popupAllowedToBeClosedByUser(queue().first()));
+    QTRY_VERIFY_WITH_TIMEOUT(popupScreen()->popupAllowedToBeClosedByUser(queue().first()), PATIENCE_MS);
     for (Qt::Key key :
          {Qt::Key_Return, Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_Space}) {
         QTest::keyClick(QApplication::focusWidget(), key);
@@ -319,7 +321,7 @@ void WindowEventsTest::screenshotOfAYoungScreenSaverIsEmpty()
     QImage black(256, 64, QImage::Format_RGB32);
     black.fill(Qt::black);
     QCOMPARE(screenshot(), black);
-    QTRY_COMPARE(queued(), QStringList());
+    QTRY_COMPARE_WITH_TIMEOUT(queued(), QStringList(), PATIENCE_MS);
     QCOMPARE(m_window->getCurrentScreenId(), Screen::SCREEN_BATTERY);
 }
 

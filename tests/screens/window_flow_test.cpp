@@ -1,6 +1,8 @@
 // How the model drives the main window's screens: by the state events of the pointing, and by the SIM.
 #include "screens/windowwalk.h"
 
+#include "support/patience.h"
+
 #include <QLabel>
 
 #include <thread>
@@ -140,7 +142,7 @@ void WindowFlowTest::stateEventCrossesThreads()
     go("POINTING");
     std::thread([] { emit model()->stateEventReceived(STATE_EVENT_POINTED); }).join();
     QCOMPARE(state(), QString("POINTING")); // queued
-    QTRY_COMPARE(state(), QString("STATUS"));
+    QTRY_COMPARE_WITH_TIMEOUT(state(), QString("STATUS"), PATIENCE_MS);
 }
 
 void WindowFlowTest::statusTextIsUpdatedAfterEachStateEvent_data()
@@ -174,7 +176,7 @@ void WindowFlowTest::simThatNeedsItsPinBringsUpThePinScreen()
     makeWindow();
     go("MENU");
     QVERIFY(setSim(SIM_PIN_NEEDED));
-    QTRY_COMPARE(state(), QString("ENTER_PIN MENU"));
+    QTRY_COMPARE_WITH_TIMEOUT(state(), QString("ENTER_PIN MENU"), PATIENCE_MS);
 }
 
 void WindowFlowTest::simThatNeedsItsPinLetsThePopupsPass()

@@ -5,6 +5,8 @@
 #include "screens/screenenterpin.h"
 #include "widgets/ttreewidget.h"
 
+#include "support/patience.h"
+
 #include <QLabel>
 
 using namespace windowfixture;
@@ -189,7 +191,7 @@ void WindowHistoryTest::historyIsWrittenToTheLog()
 void WindowHistoryTest::statusScreenShownAgainIsNotRefreshed()
 {
     makeWindow();
-    QTRY_COMPARE(model()->getSimStatus(), int(SIM_STATUS_UNKNOWN));
+    QTRY_COMPARE_WITH_TIMEOUT(model()->getSimStatus(), int(SIM_STATUS_UNKNOWN), PATIENCE_MS);
     m_window->setStatusText("a text of the test");
     m_window->showScreen(Screen::SCREEN_STATUS, false);
     QVERIFY(statusScreenSays("a text of the test"));
@@ -239,7 +241,7 @@ void WindowHistoryTest::actionsOpenTheActiveBundle()
     QVERIFY(setBundles({{3, "Base"}, {4, "Camp"}}));
     terminal().set("ram.net.user_groups.0.current_bundle", 4);
     terminal().set("ram.status.ongoing_data_sessions.0.status", 2);
-    QTRY_VERIFY(model()->predefinedBundleActive());
+    QTRY_VERIFY_WITH_TIMEOUT(model()->predefinedBundleActive(), PATIENCE_MS);
     makeWindow();
     QTreeWidget* const list = screen(Screen::SCREEN_ACTION)->findChild<QTreeWidget*>("pTreeWidget");
     list->expandItem(list->topLevelItem(1));
@@ -252,7 +254,7 @@ void WindowHistoryTest::actionsOpenTheActiveBundle()
     QCOMPARE(list->currentItem(), list->topLevelItem(2)->child(0));
     terminal().erase("ram.status.ongoing_data_sessions.0.status");
     terminal().erase("ram.net.user_groups.0.current_bundle");
-    QTRY_VERIFY(!model()->predefinedBundleActive());
+    QTRY_VERIFY_WITH_TIMEOUT(!model()->predefinedBundleActive(), PATIENCE_MS);
 }
 
 // --- Visible screen and focus ------------------------------------------------------------------------------
@@ -262,7 +264,7 @@ void WindowHistoryTest::oneScreenIsVisibleAndHasTheFocus()
     Window* const window = makeVisibleWindow();
     Screen* const antenna = screen(Screen::SCREEN_ANTENNA);
     Screen* const status = screen(Screen::SCREEN_STATUS);
-    QTRY_COMPARE(window->focusWidget(), static_cast<QWidget*>(status));
+    QTRY_COMPARE_WITH_TIMEOUT(window->focusWidget(), static_cast<QWidget*>(status), PATIENCE_MS);
     window->showScreen(Screen::SCREEN_ANTENNA, true);
     QVERIFY(antenna->isVisible());
     QVERIFY(!status->isVisible());

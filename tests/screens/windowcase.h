@@ -7,6 +7,8 @@
 
 #include "screens/screenpopup.h"
 
+#include "support/patience.h"
+
 #include <QList>
 #include <QScopedPointer>
 #include <QStringList>
@@ -58,7 +60,7 @@ protected:
     {
         Window* const window = makeWindow(NORMAL);
         window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window)) {
+        if (!QTest::qWaitForWindowActive(window, PATIENCE_MS)) {
             qFatal("the window did not become active");
         }
         return window;
@@ -100,7 +102,7 @@ protected:
         }
         return QTest::qWaitFor(
             [&] { return windowfixture::model()->getNumberOfDefinedBundles() == int(bundles.size()); },
-            10000);
+            PATIENCE_MS);
     }
 
     Screen* screen(Screen::SCREEN_ID_ENUM id) const { return m_window->getScreenById(id); }

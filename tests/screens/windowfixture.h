@@ -14,6 +14,7 @@
 #include "sim/syslogtap/syslogtap.h"
 #include "sim/terminal.h"
 #include "support/messages.h"
+#include "support/patience.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -78,7 +79,7 @@ inline bool setSim(int status)
         }
         terminal().set("rmcfg.platform.usim.status", 1);
     }
-    return QTest::qWaitFor([status] { return model()->getSimStatus() == status; }, 10000);
+    return QTest::qWaitFor([status] { return model()->getSimStatus() == status; }, PATIENCE_MS);
 }
 
 // What the model starts with, as far as the window looks at it.
@@ -120,7 +121,7 @@ template <typename Test> int run(int argc, char** argv, const sim::TerminalOptio
     char* applicationArguments[] = {argv[0], debugArgument, nullptr};
     int applicationCount = 2;
     GuiApp::createInstance(applicationCount, applicationArguments);
-    if (!QTest::qWaitFor([] { return logHolds("About to run fdloop_loop"); }, 20000)) {
+    if (!QTest::qWaitFor([] { return logHolds("About to run fdloop_loop"); }, PATIENCE_MS)) {
         qFatal("the bus thread did not come up");
     }
     QCoreApplication::sendPostedEvents();

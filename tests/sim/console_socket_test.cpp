@@ -3,6 +3,8 @@
 #include "process.h"
 #include "temporary_directory.h"
 
+#include "support/patience.h"
+
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -54,7 +56,7 @@ public:
         return true;
     }
     // The next line; "(end)" at the end, "(nothing)" after the time.
-    std::string line(int timeout = 20000)
+    std::string line(int timeout = PATIENCE_MS)
     {
         for (;;) {
             size_t feed = buffer.find('\n');

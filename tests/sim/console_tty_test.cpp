@@ -3,6 +3,8 @@
 #include "process.h"
 #include "temporary_directory.h"
 
+#include "support/patience.h"
+
 #include <chrono>
 #include <gmock/gmock.h>
 #include <pty.h>
@@ -50,7 +52,7 @@ public:
         EXPECT_EQ(write(master, text.data(), text.size()), static_cast<ssize_t>(text.size()));
     }
     // Reads until the text has been seen behind what was waited for before. What came with it is in seen.
-    bool waitFor(const std::string& text, int timeout = 20000)
+    bool waitFor(const std::string& text, int timeout = PATIENCE_MS)
     {
         auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout);
         for (;;) {

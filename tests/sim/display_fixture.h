@@ -9,6 +9,8 @@
 
 #include "runtime/fdloop.h"
 
+#include "support/patience.h"
+
 #include <chrono>
 #include <fstream>
 #include <functional>
@@ -28,7 +30,7 @@ inline fdloop_t* theLoop()
 }
 
 // Runs the loop until the condition holds; false after that time.
-inline bool runUntil(const std::function<bool()>& condition, int milliseconds = 20000)
+inline bool runUntil(const std::function<bool()>& condition, int milliseconds = PATIENCE_MS)
 {
     auto end = Clock::now() + std::chrono::milliseconds(milliseconds);
     sim::Timer tick(theLoop());

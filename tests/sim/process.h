@@ -2,6 +2,8 @@
 #ifndef TESTS_SIM_PROCESS_H
 #define TESTS_SIM_PROCESS_H
 
+#include "support/patience.h"
+
 #include <atomic>
 #include <csignal>
 #include <fcntl.h>
@@ -107,7 +109,7 @@ private:
         std::string text;
         char character;
         pollfd waiting{fd, POLLIN, 0};
-        while (poll(&waiting, 1, 10000) == 1 && read(fd, &character, 1) == 1 && character != '\n')
+        while (poll(&waiting, 1, PATIENCE_MS) == 1 && read(fd, &character, 1) == 1 && character != '\n')
             text.push_back(character);
         return text;
     }

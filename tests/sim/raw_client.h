@@ -55,7 +55,7 @@ public:
     }
 
     // Exactly so many bytes; fewer if the stream ends or nothing comes within the time.
-    std::string readBytes(size_t length, int timeout = 5000)
+    std::string readBytes(size_t length, int timeout = sim::Terminal::DefaultTimeout)
     {
         std::string bytes;
         while (bytes.size() < length && waitReadable(timeout)) {
@@ -69,7 +69,7 @@ public:
         return bytes;
     }
     // The next frame, or nullopt if the stream ended or nothing came.
-    std::optional<sim::Message> readFrame(int timeout = 5000)
+    std::optional<sim::Message> readFrame(int timeout = sim::Terminal::DefaultTimeout)
     {
         std::string head = readBytes(sizeof(cbus_header_t), timeout);
         cbus_header_t header;
@@ -99,7 +99,7 @@ public:
         return std::nullopt;
     }
     // Whether the server closes the connection (after anything that is still to be read).
-    bool isClosedByServer(int timeout = 5000)
+    bool isClosedByServer(int timeout = sim::Terminal::DefaultTimeout)
     {
         char buffer[65536];
         while (waitReadable(timeout)) {

@@ -8,6 +8,8 @@
 #include "runtime/fdloop.h"
 #include "sim/syslogtap/syslogtap.h"
 
+#include "support/patience.h"
+
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -120,7 +122,7 @@ public:
             return;
     }
     // Waits for the end: the exit status, 128 + the signal's number, or -1 if it does not end.
-    int status(int timeout = 30000)
+    int status(int timeout = PATIENCE_MS)
     {
         if (pid <= 0)
             return result;

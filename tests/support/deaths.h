@@ -16,6 +16,8 @@
 
 #include "sim/syslogtap/syslogtap.h"
 
+#include "support/patience.h"
+
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -48,7 +50,7 @@ struct ProcessDeath {
     bool said(const QString& text) const { return output.contains(text); }
 };
 
-inline ProcessDeath deathOfCase(const char* name, int timeoutMs = 60000)
+inline ProcessDeath deathOfCase(const char* name, int timeoutMs = PATIENCE_MS)
 {
     ProcessDeath death;
     QElapsedTimer clock;

@@ -1,4 +1,5 @@
 #include "support/panelprocess.h"
+#include "support/patience.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -45,13 +46,13 @@ bool TerminalProcess::start(const QStringList& arguments)
         << "--store" << m_directory.filePath("store.sqlite") << arguments;
     m_process.start(QString(programDirectory) + "/terminalsim", all);
     QByteArray printed;
-    return m_process.waitForStarted() && waitUntil(
-                                             [&] {
-                                                 m_process.waitForReadyRead(10);
-                                                 printed += m_process.readAll();
-                                                 return printed.contains("listening on");
-                                             },
-                                             20000);
+    return m_process.waitForStarted(PATIENCE_MS) && waitUntil(
+                                                        [&] {
+                                                            m_process.waitForReadyRead(10);
+                                                            printed += m_process.readAll();
+                                                            return printed.contains("listening on");
+                                                        },
+                                                        PATIENCE_MS);
 }
 
 int TerminalProcess::end()
@@ -60,9 +61,9 @@ int TerminalProcess::end()
         return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
     }
     m_process.terminate();
-    if (!m_process.waitForFinished(20000)) {
+    if (!m_process.waitForFinished(PATIENCE_MS)) {
         m_process.kill();
-        m_process.waitForFinished();
+        m_process.waitForFinished(PATIENCE_MS);
         return -1;
     }
     return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
@@ -73,7 +74,7 @@ bool TerminalProcess::set(const QString& key, const QString& typedValue)
     QProcess tool;
     tool.setProcessEnvironment(environmentFor(m_address));
     tool.start(QString(programDirectory) + "/terminalsim", QStringList() << "set" << key << typedValue);
-    return tool.waitForFinished(20000) && tool.exitCode() == 0;
+    return tool.waitForFinished(PATIENCE_MS) && tool.exitCode() == 0;
 }
 
 QString TerminalProcess::get(const QString& key)
@@ -81,7 +82,7 @@ QString TerminalProcess::get(const QString& key)
     QProcess tool;
     tool.setProcessEnvironment(environmentFor(m_address));
     tool.start(QString(programDirectory) + "/terminalsim", QStringList() << "get" << key);
-    tool.waitForFinished(20000);
+    tool.waitForFinished(PATIENCE_MS);
     return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
 }
 
@@ -91,7 +92,7 @@ PanelProcess::~PanelProcess()
 {
     if (m_process.state() != QProcess::NotRunning) {
         m_process.kill();
-        m_process.waitForFinished();
+        m_process.waitForFinished(PATIENCE_MS);
     }
 }
 
@@ -112,7 +113,7 @@ bool PanelProcess::start(const QStringList& arguments, const QString& xDisplay)
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.start(QString(programDirectory) + "/lumenpanel", arguments);
-    return m_process.waitForStarted();
+    return m_process.waitForStarted(PATIENCE_MS);
 }
 
 QStringList PanelProcess::log() const
@@ -148,7 +149,7 @@ QImage PanelProcess::screenshot()
 {
     const int before = log().size();
     ::kill(pid_t(m_process.processId()), SIGUSR1);
-    const int line = waitForLog(".bmp saved.", 20000, before);
+    const int line = waitForLog(".bmp saved.", PATIENCE_MS, before);
     if (line < 0) {
         return QImage();
     }
@@ -171,14 +172,14 @@ XServerProcess::~XServerProcess()
 {
     if (m_process.state() != QProcess::NotRunning) {
         m_process.kill();
-        m_process.waitForFinished();
+        m_process.waitForFinished(PATIENCE_MS);
     }
 }
 
 bool XServerProcess::start()
 {
     m_process.start("Xvfb", QString("-displayfd 1 -screen 0 256x64x24 -nolisten tcp").split(' '));
-    if (!m_process.waitForStarted() || !m_process.waitForReadyRead(20000)) {
+    if (!m_process.waitForStarted(PATIENCE_MS) || !m_process.waitForReadyRead(PATIENCE_MS)) {
         return false;
     }
     m_display = ":" + QString::fromLatin1(m_process.readAllStandardOutput()).trimmed();
@@ -192,7 +193,7 @@ bool XServerProcess::press(const QString& key)
     environment.insert("DISPLAY", m_display);
     tool.setProcessEnvironment(environment);
     tool.start("xdotool", QStringList({"mousemove", "100", "30", "key", key}));
-    return tool.waitForFinished(20000) && tool.exitCode() == 0;
+    return tool.waitForFinished(PATIENCE_MS) && tool.exitCode() == 0;
 }
 
 PanelDesk::PanelDesk(const QString& purpose, Display display)
@@ -216,7 +217,7 @@ QString PanelDesk::startPanel()
     }
     // The window's construction switches the poll off and on, which the bus thread may not notice before
     // something wakes it; any change that it is told of will do.
-    for (int nudges = 1; nudges <= 20; ++nudges) {
+    for (int nudges = 1; nudges <= PATIENCE_MS / 2000; ++nudges) {
         if (panel.waitForLog("Successfully translated statusTextId=12 ", 2000) >= 0) {
             return QString();
         }

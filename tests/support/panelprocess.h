@@ -3,6 +3,8 @@
 #ifndef TESTS_SUPPORT_PANELPROCESS_H
 #define TESTS_SUPPORT_PANELPROCESS_H
 
+#include "support/patience.h"
+
 #include <QImage>
 #include <QProcess>
 #include <QStringList>
@@ -45,12 +47,12 @@ public:
     // Starts the display; arguments such as "logQtDebug"; display is the X display, or empty for no display.
     bool start(const QStringList& arguments = QStringList(), const QString& xDisplay = QString());
     // Waits for a line that holds the text, after the first `from` lines; its index, or -1.
-    int waitForLog(const QString& text, int timeoutMs = 20000, int from = 0);
+    int waitForLog(const QString& text, int timeoutMs = PATIENCE_MS, int from = 0);
     QStringList log() const;
     // Asks for a screenshot by SIGUSR1 and reads it; a null image when none came.
     QImage screenshot();
     // Waits for the end; the exit status, -1 when it was killed by a signal or still runs.
-    int waitForEnd(int timeoutMs = 20000);
+    int waitForEnd(int timeoutMs = PATIENCE_MS);
     QProcess& process() { return m_process; }
 
 private:
@@ -92,7 +94,7 @@ public:
     QString start();
 
     bool press(const QString& key) { return xServer.press(key); }
-    bool waitForKey(const QString& key, const QString& value, int timeoutMs = 20000);
+    bool waitForKey(const QString& key, const QString& value, int timeoutMs = PATIENCE_MS);
 
 private:
     const Display m_display;

@@ -1,6 +1,7 @@
 // The real display under the real terminalsim, which plays its application manager: start and end, crashes,
 // silence, keys through the keypad, pictures.
 #include "support/panelprocess.h"
+#include "support/patience.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -69,7 +70,7 @@ public:
                                                    m_out += process.readAllStandardOutput();
                                                    return m_out.contains("listening on");
                                                },
-                                               20000);
+                                               PATIENCE_MS);
     }
     // One line for the console. What it prints; status is in `status`.
     QString run(const QString& line)
@@ -77,7 +78,7 @@ public:
         QProcess client;
         client.setProcessChannelMode(QProcess::MergedChannels);
         client.start(programs + "/terminalsim", QStringList({"--socket", m_socket}) + line.split(' '));
-        status = client.waitForFinished(30000) ? client.exitCode() : -1;
+        status = client.waitForFinished(PATIENCE_MS) ? client.exitCode() : -1;
         return QString::fromUtf8(client.readAll()).trimmed();
     }
     bool runs(const QString& line)
@@ -99,7 +100,7 @@ public:
                 process.waitForReadyRead(10);
                 return told().contains(text.toUtf8());
             },
-            30000);
+            PATIENCE_MS);
     }
     // Of the display; -1 if none runs.
     qint64 pid()
@@ -109,7 +110,7 @@ public:
     }
     bool waitForState(const QString& text)
     {
-        return waitUntil([&] { return run("display").contains(text); }, 30000);
+        return waitUntil([&] { return run("display").contains(text); }, PATIENCE_MS);
     }
     QStringList log() const
     {
@@ -123,14 +124,14 @@ public:
     // In the lines behind the first `from`.
     bool waitForLog(const QString& text, int from = 0)
     {
-        return waitUntil([&] { return !log().mid(from).filter(text).isEmpty(); }, 30000);
+        return waitUntil([&] { return !log().mid(from).filter(text).isEmpty(); }, PATIENCE_MS);
     }
     // Starts it and waits until the status screen shows live values. As in PanelDesk, a change wakes the bus.
     bool startReady(const QString& xDisplay = QString())
     {
         if (!start({"logQtDebug"}, programs + "/lumenpanel", xDisplay))
             return false;
-        for (int nudges = 1; nudges <= 20; ++nudges) {
+        for (int nudges = 1; nudges <= PATIENCE_MS / 2000; ++nudges) {
             if (waitUntil([&] { return !log().filter(READY).isEmpty(); }, 2000))
                 return true;
             run(QString("set ram.status.position.nudge %1").arg(nudges));
@@ -139,7 +140,7 @@ public:
     }
     int waitForEnd()
     {
-        process.waitForFinished(30000);
+        process.waitForFinished(PATIENCE_MS);
         told();
         return process.state() == QProcess::NotRunning && process.exitStatus() == QProcess::NormalExit
                    ? process.exitCode()
@@ -311,7 +312,7 @@ void DisplayManagerTest::twoRunsTakeTheirOwnPictures()
                   {"--socket", first.file("console"), "picture", first.file("a.png")});
         other.start(programs + "/terminalsim",
                     {"--socket", second.file("console"), "picture", second.file("a.png")});
-        QVERIFY(one.waitForFinished(30000) && other.waitForFinished(30000));
+        QVERIFY(one.waitForFinished(PATIENCE_MS) && other.waitForFinished(PATIENCE_MS));
         QCOMPARE(one.exitCode() + other.exitCode(), 0);
         QCOMPARE(QImage(first.file("a.png")), firstAlone);
         QCOMPARE(QImage(second.file("a.png")), secondAlone);
@@ -404,7 +405,7 @@ void DisplayManagerTest::theEndOfTerminalsimEndsTheDisplay()
     ::kill(pid_t(manager.process.processId()), signal);
     QCOMPARE(manager.waitForEnd(), signal == SIGKILL ? -1 : 0);
     // With a signal that it can take, terminalsim waits for the display.
-    QVERIFY(waitUntil([&] { return !lives(pid); }, signal == SIGKILL ? 20000 : 0));
+    QVERIFY(waitUntil([&] { return !lives(pid); }, signal == SIGKILL ? PATIENCE_MS : 0));
     QVERIFY2(!manager.told().contains("the display"), manager.told().constData());
 }
 
@@ -538,7 +539,7 @@ void DisplayManagerTest::theKeypadBearsJunkAndTheEndOfItsSocket()
     close(server);
     const int before = int(desk.panel.log().size());
     QVERIFY(desk.terminal.set("ram.status.signal_strength", "int:333"));
-    QVERIFY(desk.panel.waitForLog("setTopLayerText(): topLayerText=", 20000, before) >= 0);
+    QVERIFY(desk.panel.waitForLog("setTopLayerText(): topLayerText=", PATIENCE_MS, before) >= 0);
     QCOMPARE(desk.panel.log().filter("Key_Up was pressed for receiver=.").size(), 1);
     QCOMPARE(desk.panel.log().filter("Key_Down was pressed for receiver=.").size(), 0);
     QCOMPARE(desk.panel.process().state(), QProcess::Running);

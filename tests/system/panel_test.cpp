@@ -1,6 +1,7 @@
 // The whole road with the real programs: a value of the database changes in another process, and the picture
 // of the panel changes; a key is pressed, and a key of the database changes.
 #include "support/panelprocess.h"
+#include "support/patience.h"
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
@@ -35,7 +36,7 @@ void PanelTest::signalStrengthChangesThePicture()
 
     const int lines = desk.panel.log().size();
     QVERIFY(desk.terminal.set("ram.status.signal_strength", "int:530"));
-    QVERIFY(desk.panel.waitForLog("setTopLayerText(): topLayerText=", 20000, lines) >= 0);
+    QVERIFY(desk.panel.waitForLog("setTopLayerText(): topLayerText=", PATIENCE_MS, lines) >= 0);
     const QImage after = desk.panel.screenshot();
     QCOMPARE(after.size(), QSize(256, 64));
     QVERIFY(before != after);
@@ -68,12 +69,12 @@ void PanelTest::aKeyPressIsLoggedOnce()
     QCOMPARE(desk.start(), QString());
     const int before = desk.panel.log().size();
     QVERIFY(desk.press("Up"));
-    QVERIFY(desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", 20000, before) >= 0);
+    QVERIFY(desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", PATIENCE_MS, before) >= 0);
     QVERIFY(desk.press("Down"));
-    QVERIFY(desk.panel.waitForLog("Key_Down was pressed for receiver=.", 20000, before) >= 0);
+    QVERIFY(desk.panel.waitForLog("Key_Down was pressed for receiver=.", PATIENCE_MS, before) >= 0);
     QVERIFY(waitUntil(
         [&] { return desk.panel.log().mid(before).filter("Current screen=SCREEN_STATUS").size() >= 2; },
-        20000));
+        PATIENCE_MS));
     QCOMPARE(desk.panel.log().mid(before).filter("Key_Up was pressed for receiver=.").size(), 1);
     QCOMPARE(desk.panel.log().mid(before).filter("Current screen=SCREEN_STATUS").size(), 2);
 }
@@ -111,11 +112,11 @@ void PanelTest::busLostLaterKeepsThePanelWorking()
     QVERIFY(desk.panel.waitForLog("eventList[0]=EV_AP_GUI_STATUS_SYSTEM_REBOOTING") >= 0);
     int before = desk.panel.log().size();
     QVERIFY(desk.press("Up"));
-    QVERIFY(desk.panel.waitForLog("ScreenPopup::keyUpClicked(). Do nothing.", 20000, before) >= 0);
-    QVERIFY(desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", 20000, before) >= 0);
+    QVERIFY(desk.panel.waitForLog("ScreenPopup::keyUpClicked(). Do nothing.", PATIENCE_MS, before) >= 0);
+    QVERIFY(desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", PATIENCE_MS, before) >= 0);
     before = desk.panel.log().size();
     QVERIFY(desk.press("Return"));
-    QVERIFY(desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", 20000, before) >= 0);
+    QVERIFY(desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", PATIENCE_MS, before) >= 0);
     QCOMPARE(desk.panel.process().state(), QProcess::Running);
     QCOMPARE(desk.panel.screenshot().size(), QSize(256, 64));
 }

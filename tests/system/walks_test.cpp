@@ -4,6 +4,7 @@
 //
 // A picture of each station is left in the build tree, under walks/, to be looked at.
 #include "support/panelprocess.h"
+#include "support/patience.h"
 
 #include <QDir>
 #include <QTest>
@@ -44,7 +45,7 @@ public:
         for (const QString& key : keys.split(' ')) {
             const int before = int(desk.panel.log().size());
             if (!desk.press(key) ||
-                desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", 20000, before) < 0)
+                desk.panel.waitForLog("GuiApp::notify: Done handling the keypress.", PATIENCE_MS, before) < 0)
                 return false;
         }
         return true;
@@ -60,9 +61,9 @@ public:
         m_mark = int(desk.panel.log().size());
         return desk.terminal.set(key, value);
     }
-    bool logs(const QString& text) { return desk.panel.waitForLog(text, 30000, m_mark) >= 0; }
+    bool logs(const QString& text) { return desk.panel.waitForLog(text, PATIENCE_MS, m_mark) >= 0; }
     bool popup(const QString& name) { return logs("eventList[0]=" + name + ","); }
-    bool holds(const QString& key, const QString& value) { return desk.waitForKey(key, value, 30000); }
+    bool holds(const QString& key, const QString& value) { return desk.waitForKey(key, value, PATIENCE_MS); }
     // A popup of the terminal closes once its user has had time to read it.
     bool confirm()
     {
@@ -143,7 +144,7 @@ void WalksTest::aBundleIsStartedRunsAndIsStopped()
     QVERIFY(walk.holds("ram.net.user_groups.0.activated", "int 0"));
     QVERIFY(walk.holds("ram.status.ongoing_data_sessions.0.status", ""));
     QVERIFY(walk.logs("Window::showPreviousScreen(): History empty."));
-    QVERIFY(waitUntil([&] { return walk.look("6_stopped") != running; }, 20000));
+    QVERIFY(waitUntil([&] { return walk.look("6_stopped") != running; }, PATIENCE_MS));
 }
 
 void WalksTest::aStartIsRefused()
