@@ -16,13 +16,14 @@
 // Returns 0 once the whole frame is in the socket, 1 if an error cut it short, -1 if the connection is
 // closed or the message was refused. Takes a sequence number in any case.
 //
-// Blocks without limit while the socket is full, and then also reads what the server sends and queues it,
-// lest both sides wait for each other.
+// Blocks without limit while the socket is full. The connection's own thread then also reads what the server
+// sends and queues it, lest both sides wait for each other.
 //
-// May be called from a second thread: the frame goes out with one writev(), all state is on the stack.
-// Not protected are the sequence number and, if the socket is full, the reading: a second thread that has
-// to wait for room may take messages, even a part of one, from under the connection's own thread. It must
-// thus send little and small, as a panel's keys do.
+// May be called from a second thread: the frame goes out with one writev(), all state is on the stack. Not
+// protected is the sequence number. A second thread that has to wait for room reads nothing: that is left to
+// the connection's own thread, which must therefore be alive and reading. On a local socket a frame of up to
+// some ten thousand bytes goes in whole or not at all, so the frames of two threads do not mix; a second
+// thread must send no longer ones.
 int cbus_send_signal(cbus_conn_t* conn, const char* name, const void* data, uint32_t len);
 
 // Sends a request as above. Returns its cookie, 0 to 65535, or -1 if it could not be sent whole.

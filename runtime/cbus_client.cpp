@@ -114,6 +114,7 @@ cbus_conn_t* cbus_conn_create(fdloop_t* loop, const char* /* client_name */)
     client->conn = conn;
     conn->client = client;
     conn->cb = &client->cb;
+    conn->thread = pthread_self();
     if (cbus_impl_client_conn_create(client) != 0) {
         free(conn);
         free(client);

@@ -3,10 +3,12 @@
 // Sending and waiting for replies is in cbus.h, which includes this file. Nothing here reconnects: a
 // connection that is lost stays closed, and every send on it returns -1.
 //
-// A connection belongs to one thread, the one that runs its loop; nothing is locked. The one exception
-// is told at cbus_send_signal().
+// A connection belongs to one thread, the one that makes it and runs its loop; nothing is locked. The one
+// exception is told at cbus_send_signal().
 #ifndef RUNTIME_CBUS_CLIENT_H
 #define RUNTIME_CBUS_CLIENT_H
+
+#include <pthread.h>
 
 #include "runtime/cbus_frame.h"
 
@@ -73,6 +75,7 @@ struct cbus_conn_t {
     cbus_queued_t* queue_head;
     cbus_queued_t* queue_tail;
     uint32_t queue_count;
+    pthread_t thread; // the one that made it, and that alone reads from it
 };
 
 // A sender's context, kept for a later answer: five words, the name an own copy, the data pointer the

@@ -267,6 +267,9 @@ int cbus_impl_send(cbus_conn_t* conn, const cbus_frame_t* frame)
     };
     const int n = sizeof(parts) / sizeof(parts[0]);
     size_t left = cbus_frame_size(&header);
+    // Two readers would take parts of messages from each other, and replies that the other one waits for.
+    const bool reads = pthread_equal(conn->thread, pthread_self());
+    const short events = reads ? POLLIN | POLLOUT : POLLOUT;
     int ready = POLLOUT;
     errno = 0;
     for (;;) {
@@ -286,7 +289,7 @@ int cbus_impl_send(cbus_conn_t* conn, const cbus_frame_t* frame)
         }
         if (left == 0)
             break;
-        ready = wait_ready(fd, POLLIN | POLLOUT);
+        ready = wait_ready(fd, events);
         if (ready < 0 || (ready & (POLLERR | POLLHUP | POLLNVAL)))
             break;
         errno = 0;

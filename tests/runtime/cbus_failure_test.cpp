@@ -244,6 +244,42 @@ TEST_F(CbusFailure, WithBothDirectionsFullTheSenderReadsAndQueuesWhileItWaits)
     EXPECT_EQ(syslogtap_count(), 0u); // having to wait is no error
 }
 
+// As when somebody holds a key down while the database is stopped. What arrives is the first thread's to
+// read.
+TEST_F(CbusFailure, ASecondThreadThatWaitsForRoomReadsNothing)
+{
+    const int messages = 200;
+    const std::string theirs = pattern(10000);
+    const std::string mine = pattern(1000);
+    const std::string expected = frameBytes(CBUS_TYPE_SIGNAL, static_cast<uint8_t>(conn->fd), 0, "key", mine);
+    const size_t count = 3000; // more than any socket holds
+    std::thread second([&] {
+        for (size_t i = 0; i < count; ++i)
+            EXPECT_EQ(cbus_send_signal(conn, "key", mine.data(), static_cast<uint32_t>(mine.size())), 0);
+    });
+    for (struct pollfd room = {conn->fd, POLLOUT, 0}; poll(&room, 1, 0) == 1;)
+        std::this_thread::yield();
+    std::thread server([&] {
+        for (int i = 0; i < messages; ++i)
+            bus.send(signalBytes("number." + std::to_string(i), theirs));
+    });
+    while (seen.size() < static_cast<size_t>(messages)) {
+        ASSERT_EQ(turn(), 0);
+        ASSERT_EQ(conn->queue_count, 0u);
+    }
+    server.join();
+    std::string received = bus.take(count * expected.size());
+    second.join();
+    for (int i = 0; i < messages; ++i)
+        ASSERT_EQ(seen[static_cast<size_t>(i)], "number." + std::to_string(i) + "=" + theirs);
+    for (size_t i = 0; i < count; ++i) {
+        std::string frame = received.substr(i * expected.size(), expected.size());
+        memcpy(&frame[2], &expected[2], 2); // its number
+        ASSERT_TRUE(frame == expected) << i;
+    }
+    EXPECT_EQ(syslogtap_count(), 0u);
+}
+
 // The keep-alive's signal comes every few seconds; a frame that waits for room must survive it.
 TEST_F(CbusFailure, ASignalHandlerDoesNotCutAFrame)
 {
