@@ -59,8 +59,7 @@ bool Faults::takes(const BusFrame& frame)
 {
     if (releasing)
         return false;
-    if (cutting && untilCut-- == 0) {
-        cutting = false;
+    if (cutsNow(frame)) {
         cut(0);
         hooks.changed();
         return true;
@@ -184,6 +183,31 @@ void Faults::cutAfter(uint32_t messages)
     hooks.changed();
 }
 
+bool Faults::cutAt(const std::string& expression)
+{
+    std::optional<KeyExpression> compiled = KeyExpression::compile(expression);
+    if (!compiled)
+        return false;
+    cutPlace = compiled;
+    cutPlaceText = expression;
+    hooks.changed();
+    return true;
+}
+
+// Each ends with the cut that it makes.
+bool Faults::cutsNow(const BusFrame& frame)
+{
+    if (cutting && untilCut-- == 0) {
+        cutting = false;
+        return true;
+    }
+    if (cutPlace && cutPlace->matches(std::string(frame.name))) {
+        cutPlace.reset();
+        return true;
+    }
+    return false;
+}
+
 std::optional<size_t> Faults::sendFrame(const std::string& kind, uint64_t client)
 {
     const std::vector<BrokenFrame>& kinds = brokenFrames();
@@ -288,6 +312,7 @@ void Faults::endFlood()
 bool Faults::off(std::string* error)
 {
     cutting = false;
+    cutPlace.reset();
     answers.clear();
     go();
     delay(0);
@@ -314,6 +339,8 @@ std::vector<std::string> Faults::list() const
         lines.push_back("deaf");
     if (cutting)
         lines.push_back("cut after " + std::to_string(untilCut));
+    if (cutPlace)
+        lines.push_back("cut at " + cutPlaceText);
     for (const Answer& answer : answers)
         lines.push_back("answer " + std::to_string(answer.status) + (answer.text.empty() ? "" : " ") +
                         answer.text);

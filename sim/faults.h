@@ -66,6 +66,9 @@ public:
     bool answer(int32_t status, const std::string& expression);
     // After so many more messages of clients all connections are closed; the next message is not dealt with.
     void cutAfter(uint32_t messages);
+    // All connections are closed when a client sends a message whose name matches the expression whole; it is
+    // not dealt with. False if the expression is malformed.
+    bool cutAt(const std::string& expression);
     // So many changes, each a signal of its own, so many a second (0: as fast as they can be made). Keys with
     // this prefix change and are at their end what they were; if there are none, PREFIX.1 and so on come and
     // go. An empty prefix is "ram.desk.flood".
@@ -86,7 +89,7 @@ public:
     // --- For the terminal
 
     // Whether takes() must be asked about each message of a client.
-    bool watches() const { return delayed != 0 || !late.empty() || cutting; }
+    bool watches() const { return delayed != 0 || !late.empty() || cutting || cutPlace; }
     // True if the message has been dealt with, or will be.
     bool takes(const BusFrame& frame);
     // The status with which a read of the key is answered; 0: as ever. An empty key: of all keys.
@@ -119,6 +122,7 @@ private:
         std::vector<Key> keys;
     };
 
+    bool cutsNow(const BusFrame& frame);
     void keep(const BusFrame& frame);
     void releaseDue();
     void updateHeld();
@@ -143,6 +147,8 @@ private:
     bool deaf = false;
     bool cutting = false;
     uint32_t untilCut = 0;
+    std::string cutPlaceText;
+    std::optional<KeyExpression> cutPlace;
     std::vector<Answer> answers;
 
     Flood running;

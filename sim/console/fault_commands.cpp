@@ -79,10 +79,19 @@ int cutAfter(Console&, Faults& faults, const Words& words)
     return CommandDone;
 }
 
+int cutAt(Console& console, Faults& faults, const Words& words)
+{
+    if (words.size() != 2)
+        return CommandMisused;
+    return faults.cutAt(words[1]) ? static_cast<int>(CommandDone) : console.fail("a bad expression");
+}
+
 int cut(Console& console, Faults& faults, const Words& words)
 {
     if (!words.empty() && words[0] == "after")
         return cutAfter(console, faults, words);
+    if (!words.empty() && words[0] == "at")
+        return cutAt(console, faults, words);
     int64_t client = 0;
     if (words.size() > 1 || (!words.empty() && !parseNumber(words[0], 1, MaxClient, &client)))
         return CommandMisused;
@@ -242,6 +251,8 @@ const ConsoleCommands& faultCommands()
         {"fault", "go", "read from clients again", fault},
         {"fault", "cut [CLIENT]", "close all connections of clients, or one", fault},
         {"fault", "cut after N", "close all connections when N more messages have come from clients", fault},
+        {"fault", "cut at NAME", "close them all at the next message whose name matches the expression whole",
+         fault},
         {"fault", "deaf", "let no new client connect", fault},
         {"fault", "flood N [PER_SECOND] [PREFIX]",
          "make N changes of the keys that begin so, or of new ones; at the end they are what they were",
