@@ -13,9 +13,11 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -67,6 +69,7 @@ public:
         if (client == 0) {
             sigprocmask(SIG_SETMASK, &before, nullptr);
             setenv("APPMGR_PID", std::to_string(getppid()).c_str(), 1);
+            signal(SIGTERM, [](int) { _exit(0); }); // an orderly end, which a count of the lines run needs
             function();
             for (;;) {
                 pause();
@@ -88,8 +91,10 @@ private:
 
 void end(pid_t client)
 {
-    kill(client, SIGKILL);
-    waitpid(client, nullptr, 0);
+    if (client > 0) {
+        kill(client, SIGTERM);
+        waitpid(client, nullptr, 0);
+    }
 }
 
 TEST(AppmgrDeathTest, WithoutTheVariableNoHandlerIsInstalledAndTheKeepAliveTimerJustRuns)
@@ -276,6 +281,30 @@ TEST(AppmgrDeathTest, Stamp23001MillisecondsOldMakesTheNextQuestionFatalAfterThe
                 MatchesRegex("<3> appmgr_test: Thread \\(main\\) seems to be dead\n"
                              "command has run\n"
                              "<1> appmgr_test: Local alive failed\n"));
+}
+
+// Every 20 ms a signal whose handler does not restart what it interrupts.
+void interruptOften()
+{
+    struct sigaction action = {};
+    action.sa_handler = [](int) {};
+    sigaction(SIGALRM, &action, nullptr);
+    const struct itimerval often = {{0, 20000}, {0, 20000}};
+    setitimer(ITIMER_REAL, &often, nullptr);
+}
+
+TEST(AppmgrDeathTest, ASignalDoesNotEndTheWaitForTheExitCommand)
+{
+    EXPECT_EXIT(
+        {
+            seeEverything();
+            interruptOften();
+            char command[] = "/bin/sh -c 'sleep 0.3; echo command has run'";
+            appmgr_run_exit_command(command);
+            fprintf(stderr, "behind it\n");
+            _exit(0);
+        },
+        ExitedWithCode(0), "^command has run\nbehind it\n$");
 }
 
 TEST(AppmgrDeathTest, WithoutAnExitCommandTheQuestionIsFatalToo)

@@ -273,4 +273,16 @@ TEST_F(ConfigBlk, CommitReadSkipsWhatCouldNotBeAdded)
     EXPECT_EQ(c, 3);
 }
 
+TEST_F(ConfigBlk, WriteOfANullTextDeletesTheKey)
+{
+    terminal.set("cfg.a", "text");
+    EXPECT_EQ(config_blk_add_str_write(&blk, "cfg.a", nullptr), 0);
+    EXPECT_EQ(blk.write_recs[0].data, nullptr);
+    EXPECT_EQ(blk.write_recs[0].size, 0u);
+    EXPECT_EQ(config_blk_commit_write(&blk), 0);
+    ASSERT_TRUE(terminal.waitForMessage("config.writev.blk"));
+    terminal.settle();
+    EXPECT_FALSE(terminal.has("cfg.a"));
+}
+
 } // namespace

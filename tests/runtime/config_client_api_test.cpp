@@ -395,6 +395,15 @@ TEST_F(ConfigWire, LengthAndTypeMayBeNull)
     EXPECT_EQ(bus.takeAll(), message(CBUS_TYPE_REQUEST, "config.read.k", minus1 + le32(0) + le32(4)));
 }
 
+TEST_F(ConfigWire, WithoutABufferOnlyLengthAndTypeAreTold)
+{
+    answer(le32(0) + le32(1) + le32(2) + "hi");
+    uint32_t length = 0, type = VX_CONFIG_TYPE_NONE;
+    EXPECT_EQ(config_read_typed("k", nullptr, 4, &length, &type), 0);
+    EXPECT_EQ(length, 2u);
+    EXPECT_EQ(type, 1u);
+}
+
 TEST_F(ConfigWire, OtherTypeWithStatus0IsMinus6AndNothingIsCopied)
 {
     answer(le32(0) + le32(1) + le32(4) + "hi!\n");

@@ -104,6 +104,14 @@ TEST(ConfigParse, IntsTakeTheFormOfTheDestination)
     }
 }
 
+TEST(ConfigParse, WithoutADestinationNothingIsStored)
+{
+    const config_option_t numberRow = {"k", nullptr, 4, static_cast<uint16_t>(number | 0x10), {}};
+    EXPECT_EQ(apply(record("k", int32_t(5)), numberRow), 0u);
+    const config_option_t textRow = {"k", nullptr, 8, text, {}};
+    EXPECT_EQ(apply(record("k", "x"), textRow), uint32_t(CONFIG_PARSE_CUT));
+}
+
 // What the record has against what the row wants, without and with a default.
 struct Misfit {
     const char* what;

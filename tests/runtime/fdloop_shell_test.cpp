@@ -2,7 +2,9 @@
 #include "runtime/fdloop.h"
 #include "runtime/fdloop_impl.h"
 #include "runtime/fdloop_shell.h"
+#include "runtime/util.h"
 #include "runtime/vx_cshell.h"
+#include "sim/syslogtap/syslogtap.h"
 #include "support/keptloop.h"
 
 #include <gtest/gtest.h>
@@ -313,6 +315,22 @@ TEST_F(FdloopShell, LongInputIsReadInPieces)
     type(line + "\n");
     std::string kept = line.substr(0, 63);
     expectShown(kept + "\n" + kept + ": command not found\npty:/$ ");
+}
+
+TEST_F(FdloopShell, WithoutMemoryForTheShellTheProcessEnds)
+{
+    start([] {
+        fdloop_t* loop = keptLoop();
+        syslogtap_echo(1);
+        dup2(STDOUT_FILENO, STDERR_FILENO);
+        vx_cshell_free(vx_cshell_alloc("first")); // the table of commands has its memory
+        vx_calloc = [](size_t, size_t) -> void* { return nullptr; };
+        fdloop_shell_init(loop, "pty");
+        return 0;
+    });
+    const std::string begin = "<1> fdloop_shell_test: *** ASSERT in fdloop_shell at ";
+    expectShown(begin);
+    EXPECT_EQ(exitStatus(), -SIGABRT);
 }
 
 } // namespace

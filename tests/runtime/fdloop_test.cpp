@@ -426,6 +426,11 @@ TEST_F(Fdloop, EntryOfAClassThatTakesNoPartIsNotCalledOnAnOldBit)
     EXPECT_TRUE(calls.empty());
 }
 
+int unusedHandler(int, void*)
+{
+    return 0;
+}
+
 TEST_F(Fdloop, EnableMatchesDescriptorAndHandlerOfAnyClass)
 {
     Pipe pipe;
@@ -434,7 +439,8 @@ TEST_F(Fdloop, EnableMatchesDescriptorAndHandlerOfAnyClass)
     fdloop_fd_enable(loop, pipe.out(), Callback::handler, 0);
     EXPECT_EQ(fdloop_run(loop), 0);
     EXPECT_THAT(calls, ElementsAre("other"));
-    fdloop_fd_enable(loop, pipe.in(), Callback::otherHandler, 0); // no such entry
+    fdloop_fd_enable(loop, pipe.in(), Callback::otherHandler, 0); // no such entries
+    fdloop_fd_enable(loop, pipe.out(), unusedHandler, 0);
     fdloop_fd_enable(loop, pipe.out(), Callback::handler, 1);
     calls.clear();
     EXPECT_EQ(fdloop_run(loop), 0);

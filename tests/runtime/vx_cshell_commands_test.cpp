@@ -12,6 +12,7 @@
 #include <cstring>
 #include <string>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -351,6 +352,22 @@ TEST_F(Memory, SetWhereNothingCanBeWrittenIsAnError)
     EXPECT_EQ(test.run("sm " + hex("constant") + " 1"), "ERROR\n"); // read only
     EXPECT_EQ(test.run("smb " + hex(edge - 1) + " 7 8"), "ERROR\n");
     EXPECT_EQ(edge[-1], 7); // up to the edge
+}
+
+TEST_F(Memory, WithoutADescriptorToSpareNothingIsReadOrWritten)
+{
+    struct rlimit before;
+    getrlimit(RLIMIT_NOFILE, &before);
+    struct rlimit none = before;
+    none.rlim_cur = 0;
+    data[0] = 1;
+    setrlimit(RLIMIT_NOFILE, &none);
+    const std::string set = test.run("smb " + at() + " 7");
+    const std::string displayed = test.run("dmb " + at() + " 1");
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(set, "ERROR\n");
+    EXPECT_EQ(displayed, "ERROR\n");
+    EXPECT_EQ(data[0], 1);
 }
 
 TEST_F(Memory, DisplayByUnits)

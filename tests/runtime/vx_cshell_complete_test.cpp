@@ -139,4 +139,21 @@ TEST_F(Complete, WithoutMemoryNothingHappens)
     EXPECT_EQ(test.type("\t"), "p ");
 }
 
+TEST_F(Complete, TheLastWordBehindABlankOrATab)
+{
+    for (const char* typed : {"echo bet", "echo\tbet", "\tbet", "zeta \t bet"}) {
+        char line[64];
+        snprintf(line, sizeof(line), "%s", typed);
+        EXPECT_EQ(vx_cshell_complete(test.shell, line, sizeof(line)), VX_COMPLETION_UNIQUE) << typed;
+        EXPECT_EQ(std::string(line), std::string(typed) + "a");
+    }
+}
+
+TEST_F(Complete, WordLongerThanAnyPathHasNoCandidate)
+{
+    std::string line(400, 'x');
+    EXPECT_EQ(vx_cshell_complete(test.shell, &line[0], line.size() + 1), VX_COMPLETION_NONE);
+    EXPECT_EQ(line, std::string(400, 'x'));
+}
+
 } // namespace

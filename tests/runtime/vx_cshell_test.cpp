@@ -324,6 +324,14 @@ TEST_F(Cshell, AllocationFailsWithoutMemory)
     vx_cshell_free(nullptr);
 }
 
+TEST_F(Cshell, WithoutMemoryALongTextIsCut)
+{
+    vx_calloc = [](size_t, size_t) -> void* { return nullptr; };
+    EXPECT_EQ(vx_cshell_printf(test.shell, "%0600d", 1), 600);
+    vx_calloc = calloc;
+    EXPECT_EQ(test.printed(), std::string(511, '0'));
+}
+
 // --- results
 
 TEST_F(Cshell, ResultOfACommandIsTheExitStatus)
@@ -345,6 +353,24 @@ TEST_F(Cshell, Result3PrintsTheHelp)
     EXPECT_EQ(test.lastResult, 3);
     EXPECT_EQ(test.run("top"), "top            : no description\nNo syntax description\n");
     EXPECT_EQ(test.run("lined"), "lined          : A line\nOne\nTwo\n"); // no second line feed
+}
+
+// The word is looked up again for the help, and by then it may be known no more.
+TEST_F(Cshell, Result3OfACommandThatHasLeftItsDirectoryPrintsNoHelp)
+{
+    static const shell_command leaver = {"/net/ip",
+                                         "leave",
+                                         [](cshell* shell, int, char**) {
+                                             vx_cshell_chdir(shell, "/radio");
+                                             return +VX_CSHELL_USAGE;
+                                         },
+                                         0,
+                                         "Leave",
+                                         nullptr};
+    shell_command_add_sorted(&leaver);
+    ASSERT_EQ(vx_cshell_chdir(test.shell, "/net"), 0);
+    EXPECT_EQ(test.run("ip/leave"), "ip/leave: command not found\n");
+    EXPECT_EQ(test.lastResult, VX_CSHELL_USAGE);
 }
 
 TEST_F(Cshell, Result4PrintsError)

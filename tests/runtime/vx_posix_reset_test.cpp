@@ -214,6 +214,13 @@ TEST(VxResetDeathTest, RestartNeedsArguments)
             vx_restart();
         },
         KilledBySignal(SIGABRT), "<1> .*: \\*\\*\\* ASSERT in vx_posix_reset at [0-9]+\n");
+    EXPECT_EXIT(
+        {
+            prepare();
+            vx_reset_set_args(1, nullptr);
+            vx_restart();
+        },
+        KilledBySignal(SIGABRT), "<1> .*: \\*\\*\\* ASSERT in vx_posix_reset at [0-9]+\n");
 }
 
 TEST(VxResetDeathTest, RestartReplacesTheProcess)

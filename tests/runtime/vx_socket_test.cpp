@@ -287,6 +287,9 @@ TEST(VxSocket, SetBlocking)
     EXPECT_EQ(socket_set_blocking(client, 1), 0);
     EXPECT_EQ(fcntl(client, F_GETFL) & O_NONBLOCK, 0);
     EXPECT_EQ(socket_set_blocking(-1, 1), -1);
+    Socket place(open("/", O_PATH | O_CLOEXEC)); // has flags, but none can be set
+    EXPECT_EQ(socket_set_blocking(place, 0), -1);
+    EXPECT_EQ(errno, EBADF);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <cstdarg>
 #include <cstring>
+#include <cwchar>
 
 namespace {
 
@@ -64,6 +65,17 @@ TEST(VxSnprintf, IsAlwaysTerminated)
     EXPECT_STREQ(text, "");
     text[0] = '#';
     EXPECT_EQ(vx_snprintf(text, 0, "%s", "xyz"), 3);
+    EXPECT_EQ(text[0], '#');
+}
+
+TEST(VxSnprintf, WhatCannotBeFormattedIsEmpty)
+{
+    char text[6] = "old";
+    const wint_t foreign = 0x20ac; // no character of the "C" locale
+    EXPECT_LT(vx_snprintf(text, sizeof(text), "ab%lc", foreign), 0);
+    EXPECT_STREQ(text, "");
+    text[0] = '#';
+    EXPECT_LT(vx_snprintf(text, 0, "%lc", foreign), 0);
     EXPECT_EQ(text[0], '#');
 }
 

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <csignal>
 #include <ctime>
+#include <limits>
 #include <sys/sysinfo.h>
 #include <sys/time.h>
 
@@ -203,6 +204,19 @@ TEST(VxTime, TmToTimeIsTheInverseWhereTheZoneIsUtc)
     struct tm tm;
     vx_utc_time_to_tm(1420070400, &tm);
     EXPECT_EQ(vx_utc_tm_to_time(&tm), 1420070400);
+}
+
+TEST(VxTime, TimeWithoutACalendarIsNoText)
+{
+    if (sizeof(time_t) < 8) {
+        GTEST_SKIP() << "each number of this size is a time";
+    }
+    char text[32] = "old";
+    struct tm tm;
+    const time_t beyond = std::numeric_limits<time_t>::max();
+    EXPECT_EQ(vx_utc_strftime(text, sizeof(text), "%Y", beyond), 0u);
+    EXPECT_STREQ(text, "old");
+    EXPECT_EQ(vx_utc_time_to_tm(beyond, &tm), nullptr);
 }
 
 // The kept quirk: it is mktime, which takes the fields as local time.
