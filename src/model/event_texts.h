@@ -13,6 +13,9 @@ struct EventText {
 };
 
 const int NUMBER_OF_EVENT_TEXTS = 215;
+// So many texts besides these are learned from the alert log, which lists some hundreds of events at most,
+// before those of events that are gone are forgotten.
+const int LEARNED_EVENT_TEXTS_MAX = 1000;
 extern const EventText EVENT_TEXTS[NUMBER_OF_EVENT_TEXTS];
 
 // The row of an id, null if it has none. A linear walk: for the log and for single looks.

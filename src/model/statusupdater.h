@@ -437,6 +437,10 @@ private:
 
     void createTimers();
 
+    // Texts of events
+    void learnEventTexts(const QList<fmmi_evt_t>& newEvents);
+    void forgetTextsOfGoneEvents();
+
     // Status text
     STATUS_TEXT_ENUM decideStatusText() const;
     bool selectedAndOneIs(int umtsStatus) const;

@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QHash>
 #include <QStringList>
 
 #include <algorithm>
@@ -212,10 +213,7 @@ void StatusUpdater::setSystemEvents(QList<fmmi_evt_t> rawList)
     const bool anyPresent = !systemEvents.isEmpty() || !localEventsMutexProtected.isEmpty();
     const QList<fmmi_evt_t> newEvents = without(events, oldEvents);
     const QList<fmmi_evt_t> removedEvents = without(oldEvents, events);
-    // An event that the table doesn't know shows the log's own words from now on.
-    for (const fmmi_evt_t& event : newEvents)
-        if (!translatedEventTextList.contains(event.identifier))
-            translatedEventTextList.insert(event.identifier, QString::fromLatin1(event.shorttext));
+    learnEventTexts(newEvents);
     lock.unlock();
 
     // An event that changed is new and gone at once; it is shown before its old form is taken away.
@@ -354,6 +352,33 @@ QString StatusUpdater::getEventSeverityAsString(int severity) const
     if (severity >= EVENT_INFO && severity <= EVENT_SCREEN_SAVER)
         return QString::fromLatin1(NAMES[severity]);
     return QString::fromLatin1("No debug text for severity=") + QString::number(severity);
+}
+
+// An event that the table doesn't know shows the log's own words from now on. Under the lock.
+void StatusUpdater::learnEventTexts(const QList<fmmi_evt_t>& newEvents)
+{
+    if (translatedEventTextList.size() + newEvents.size() > NUMBER_OF_EVENT_TEXTS + LEARNED_EVENT_TEXTS_MAX)
+        forgetTextsOfGoneEvents();
+    for (const fmmi_evt_t& event : newEvents)
+        if (!translatedEventTextList.contains(event.identifier))
+            translatedEventTextList.insert(event.identifier, QString::fromLatin1(event.shorttext));
+}
+
+// Ids are the log's: in the months of a process any number of them may come. Under the lock.
+void StatusUpdater::forgetTextsOfGoneEvents()
+{
+    QHash<unsigned int, QString> kept;
+    for (const EventText& row : EVENT_TEXTS)
+        kept.insert(row.id, translatedEventTextList.value(row.id));
+    for (const fmmi_evt_t& event : systemEvents + localEventsMutexProtected)
+        if (translatedEventTextList.contains(event.identifier))
+            kept.insert(event.identifier, translatedEventTextList.value(event.identifier));
+    const int forgotten = static_cast<int>(translatedEventTextList.size() - kept.size());
+    translatedEventTextList = kept;
+    if (forgotten > 0)
+        logWarning()
+            << "StatusUpdater::setSystemEvents(): Too many unknown event ids. Forgetting the texts of "
+            << forgotten << " that are gone.";
 }
 
 // Rows that came from the log's own words stay, in English, whatever the language.

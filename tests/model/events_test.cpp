@@ -3,6 +3,7 @@
 #include "busif/busfixture.h"
 #include "model/event_ids.h"
 #include "model/event_texts.h"
+#include "support/modelaccess.h"
 #include "support/records.h"
 
 #include <QSet>
@@ -40,6 +41,13 @@ fmmi_evt_t eventOf(unsigned int id, int state = 1)
     fmmi_evt_t event;
     event.identifier = id;
     event.state = state;
+    return event;
+}
+
+fmmi_evt_t eventWithText(unsigned int id, const char* text)
+{
+    fmmi_evt_t event = eventOf(id);
+    std::strncpy(event.shorttext, text, sizeof event.shorttext - 1);
     return event;
 }
 
@@ -306,6 +314,30 @@ private slots:
         update(Records());
         QCOMPARE(model().getEventText(0x777), QString("words of the log")); // and when the event has gone
         QCOMPARE(model().getEventText(0x210), QString("[StatusUpdater|EV_ALARM_SIM_MODULE]"));
+    }
+
+    // Ids are the log's own: one that never uses an id twice must not fill the memory.
+    void textsOfUnknownEventsAreForgottenWhenTheyGetTooMany()
+    {
+        const unsigned int first = 0x500000;
+        for (unsigned int id = first; id < first + 3 * LEARNED_EVENT_TEXTS_MAX; ++id) {
+            model().setSystemEvents({eventOf(0x210), eventOf(first), eventWithText(id, "strange")});
+            QVERIFY(StatusUpdaterTestAccess::numberOfEventTexts() <=
+                    NUMBER_OF_EVENT_TEXTS + LEARNED_EVENT_TEXTS_MAX);
+            QCOMPARE(model().getEventText(id), id == first ? QString() : QString("strange"));
+        }
+        QCOMPARE(model().getEventText(first + 1), QString()); // gone, and forgotten
+        QVERIFY(model().getEventText(0x11002).size() > 0);    // of the table
+        QVERIFY(!bus->log.texts().filter("Too many unknown event ids. Forgetting the texts of 99").isEmpty());
+        // The log itself may list more.
+        QList<fmmi_evt_t> many;
+        for (unsigned int id = 0x600000; id < 0x600000 + 2 * LEARNED_EVENT_TEXTS_MAX; ++id)
+            many.append(eventWithText(id, "of many"));
+        model().setSystemEvents(many);
+        QCOMPARE(model().getEventText(0x600000), QString("of many"));
+        model().setSystemEvents({eventWithText(0x700000, "after all of them")});
+        QCOMPARE(StatusUpdaterTestAccess::numberOfEventTexts(), NUMBER_OF_EVENT_TEXTS + 1);
+        model().setSystemEvents({});
     }
 
     void allEventsOnceMore()

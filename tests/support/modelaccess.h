@@ -51,6 +51,7 @@ struct StatusUpdaterTestAccess {
     static QList<bundle_t>& activeConnectionsAndBundles() { return model().activeConnectionsAndBundles; }
     static QList<bundle_t>& definedBundles() { return model().definedBundles; }
     static QList<fmmi_evt_t>& systemEvents() { return model().systemEvents; }
+    static int numberOfEventTexts() { return static_cast<int>(model().translatedEventTextList.size()); }
     static StatusMutex& statusMutex() { return model().statusMutex; }
 
     static QTimer& updateConnectionTimer() { return *model().pUpdateConnectionTimer; }
