@@ -478,12 +478,28 @@ private slots:
         QCOMPARE(QString(items[0].name), QString("ram.net.qos.0.0.cid"));
     }
 
-    // "cleanup fails: -1, nothing is read or written". Last, since the connection is lost then.
-    void zLostBusStopsAtTheCleanup()
+    // The bus is lost when the connections are asked for: nothing is known of them, and nothing is written.
+    // Then "cleanup fails: -1, nothing is read or written". Last, since the connection is lost then.
+    void zLostBusStopsAtTheConnectionsAndAtTheCleanup()
     {
-        bus->terminal.killConnections();
+        storeBundle(1, 1);
+        storeConnection(1, 0, 1);
+        bus->terminal.answerWith([](const sim::Message& message) {
+            std::optional<sim::Terminal::RawAnswer> answer;
+            if (message.name.rfind("config.readm.", 0) == 0) {
+                answer.emplace();
+                answer->close = true;
+            }
+            return answer;
+        });
+        QCOMPARE(start(1), -1);
+        bus->terminal.answerWith(nullptr);
+        QCOMPARE(errors(), QStringList("start_bundle: Cound not read cfg.admin.bundle.1.connections.*"));
+        QCOMPARE(written(), Records());
+
         bus->turnUntil([] { return conn->fd < 0; });
         bus->terminal.clearLogs();
+        syslogtap_clear();
         QCOMPARE(start_bundle(1), -1);
         QCOMPARE(errors(),
                  QStringList({"netparm_setup: cleanup_bundle: ERROR!!!!!: Could not clean up values. "

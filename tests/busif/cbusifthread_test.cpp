@@ -9,7 +9,9 @@
 #include "support/death.h"
 #include "support/patience.h"
 
+#include <csignal>
 #include <cstdlib>
+#include <sys/resource.h>
 
 namespace {
 
@@ -124,6 +126,43 @@ private slots:
     void initTestCase() { setDebugLogWanted(true); }
     // The thread goes on, and so does all that it uses.
     void cleanupTestCase() {}
+
+    // The first object of the process makes the pipe.
+    void noPipeForTheSwitch()
+    {
+        const Death death = deathOf([] {
+            struct rlimit none;
+            getrlimit(RLIMIT_NOFILE, &none);
+            none.rlim_cur = 0;
+            setrlimit(RLIMIT_NOFILE, &none);
+            CBusIfThread thread;
+        });
+        QCOMPARE(death.signal, SIGABRT);
+        QVERIFY2(QString::fromStdString(death.output)
+                     .endsWith(": Error: no pipe for the poll's switch: Too many open files\n"),
+                 death.output.c_str());
+        QVERIFY(death.output.rfind("<1> ", 0) == 0);
+    }
+
+    // Nothing of the program deletes a thread that runs. If it happened, the poll would be switched off, and
+    // Qt would end the process.
+    void destructorWhileItRuns()
+    {
+        const Death death = deathOf([] {
+            dup2(STDERR_FILENO, STDOUT_FILENO);
+            Panel panel;
+            while (!panel.terminal->waitForMessage("config.read.rmcfg.sys.status.mode"))
+                continue;                    // the first poll: the timer is there
+            qInstallMessageHandler(nullptr); // Qt's own: standard error
+            delete panel.thread;
+        });
+        const QString output = QString::fromStdString(death.output);
+        QVERIFY2(output.contains(": CBusIfThread::~CBusIfThread(): Deleting fdloop_timer\n"),
+                 qPrintable(output));
+        QVERIFY2(output.contains("QThread: Destroyed while thread is still running"), qPrintable(output));
+        QCOMPARE(death.signal, 0);
+        QCOMPARE(death.status, 1); // by the handler of SIGABRT
+    }
 
     // "With the bus server down at start the process ends with the 'CBUS not ready to create connection'
     // panic." First of all tests: it forks, and wants no second thread then.
@@ -283,6 +322,30 @@ private slots:
                 panel->log.clear();
         }
         panel->thread->handleSubscribeToPollRmValues(true);
+        QVERIFY(passLoop(400));
+        panel->terminal->clearLogs();
+        QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", PATIENCE_MS, 2));
+    }
+
+    // As many wishes as a pipe holds wait while the thread is held up; what comes on top is lost, and logged.
+    void wishesBeyondThePipe()
+    {
+        setDebugLogWanted(false);
+        panel->terminal->hold();
+        syslogtap_start();
+        const std::string lost = "Switching the poll on is lost: Resource temporarily unavailable";
+        QElapsedTimer clock;
+        clock.start();
+        while (syslogtap::count(3, lost) == 0 && clock.elapsed() < PATIENCE_MS) { // the next poll holds it up
+            for (int i = 0; i < 1000; ++i)
+                panel->thread->handleSubscribeToPollRmValues(true);
+        }
+        QVERIFY(syslogtap::count(3, lost) > 0);
+        panel->terminal->release();
+        syslogtap_stop();
+        setDebugLogWanted(true);
+        panel->thread->handleSubscribeToPollRmValues(true);
+        QVERIFY(passLoop(403));
         QVERIFY(passLoop(400));
         panel->terminal->clearLogs();
         QVERIFY(panel->terminal->waitForMessage("config.read.rmcfg.sys.status.mode", PATIENCE_MS, 2));

@@ -70,6 +70,16 @@ private slots:
         fdloop_timer_del(fdl, expired);
     }
 
+    // Switched off between its timer's expiry and its start, a poll brings no other.
+    void pollWithoutATimerBringsNone()
+    {
+        QVERIFY(fdloop_timer == nullptr);
+        QCOMPARE(updateRmValues(nullptr), 0);
+        QCOMPARE(polls(), 1);
+        QVERIFY(fdloop_timer == nullptr);
+        QCOMPARE(pollsWithin(1300), 0);
+    }
+
     // The period counts from the end of one poll to the start of the next.
     void slowDatabaseStretchesThePeriod()
     {

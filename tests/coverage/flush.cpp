@@ -4,6 +4,8 @@
 //
 // Saving opens files and allocates, which a signal handler must not do; a coverage build does it anyway.
 // Any thread.
+#include <sys/resource.h>
+
 extern "C" {
 void __gcov_dump();
 void __gcov_reset();
@@ -13,9 +15,20 @@ void __wrap__exit(int status) __attribute__((noreturn));
 void __wrap_abort() __attribute__((noreturn));
 }
 
+// A test may have taken the descriptors away.
+static void allow_files()
+{
+    struct rlimit limit;
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0) {
+        limit.rlim_cur = limit.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
 // Reset behind the dump: abort ends in a handler that ends by _exit, and what was saved must not count twice.
 static void save_counts()
 {
+    allow_files();
     __gcov_dump();
     __gcov_reset();
 }

@@ -421,6 +421,19 @@ private slots:
                  1);
     }
 
+    void removeLeavesOtherIds()
+    {
+        model().addLocalEvent(0x210, EVENT_INFO);
+        model().addLocalEvent(0x211, EVENT_INFO);
+        model().addLocalEvent(0x210, EVENT_ERROR);
+        Diary diary;
+        model().removeLocalEvent(0x210);
+        QCOMPARE(model().getEvents().size(), 1);
+        QCOMPARE(model().getEvents().at(0).identifier, 0x211u);
+        QVERIFY(model().getWarningsPresent());
+        QCOMPARE(diary.lines, QStringList({"remove 528", "list"}));
+    }
+
     void warningsStayWhileAnEventIsLeft()
     {
         model().setSystemEvents({eventOf(0x240)});
