@@ -1,6 +1,8 @@
 """A desk for the tests of the page: the terminal, the display in its X server and the page, each a process of its
 own, and a browser without a window. Everything is awaited, with a limit, and ended with the desk."""
+import contextlib
 import ctypes
+import fcntl
 import os
 import re
 import shutil
@@ -16,9 +18,23 @@ from selenium.webdriver.chrome.service import Service
 
 SOURCE = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 BUILD = os.environ.get('PROJECT_BINARY_DIR', os.path.join(SOURCE, 'build', 'desk'))
+SCREENSHOTS = os.path.join(BUILD, 'misc')
 SERVE_PANEL = os.path.join(SOURCE, 'tools', 'serve-panel')
 PR_SET_PDEATHSIG = 1
-PATIENCE = 30  # seconds that anything may take on a busy machine
+PATIENCE = 120  # seconds that anything may take on a busy machine
+
+
+@contextlib.contextmanager
+def screenshot_lock():
+    """Displays of one build write their screenshots to one directory, and the names tell only the second. Who takes
+    one and reads it holds this meanwhile, like the simulated terminal does for its pictures."""
+    os.makedirs(SCREENSHOTS, exist_ok=True)
+    directory = os.open(SCREENSHOTS, os.O_RDONLY | os.O_DIRECTORY)
+    try:
+        fcntl.flock(directory, fcntl.LOCK_EX)
+        yield
+    finally:
+        os.close(directory)
 
 
 def wait_until(condition, what, patience=PATIENCE):

@@ -19,7 +19,7 @@ from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from desk import SERVE_PANEL, Browser, ConsoleClient, Desk, Process, descendants, is_running, wait_until  # noqa: E402
+from desk import SERVE_PANEL, Browser, ConsoleClient, Desk, Process, descendants, is_running, screenshot_lock, wait_until  # noqa: E402
 
 READ_LCD = '''
     const canvas = document.querySelector('#lcd canvas');
@@ -160,12 +160,13 @@ class Page(unittest.TestCase):
         self.assertFalse(self.element('dark').is_displayed())
 
     def test_lcd_is_what_the_display_shows_to_the_pixel(self):
-        first = len(self.desk.log_lines())
-        self.driver.find_element(By.CSS_SELECTOR, '.legend [data-key="screenshot"]').click()
-        line = self.desk.wait_for_log(r'File .*\.bmp saved\.', first)[-1]
-        path = re.search(r'File (.*\.bmp) saved', line)[1]
-        self.addCleanup(os.unlink, path)
-        picture = bitmap(path)
+        with screenshot_lock():
+            first = len(self.desk.log_lines())
+            self.driver.find_element(By.CSS_SELECTOR, '.legend [data-key="screenshot"]').click()
+            line = self.desk.wait_for_log(r'File .*\.bmp saved\.', first)[-1]
+            path = re.search(r'File (.*\.bmp) saved', line)[1]
+            picture = bitmap(path)
+            os.unlink(path)
         self.assertNotEqual(picture, BLACK)
         self.assertEqual(self.wait_for_lcd(lambda now: now == picture), picture)
 

@@ -1,12 +1,19 @@
 #include "support/panelprocess.h"
+
+#include "common/paths.h"
 #include "support/patience.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <errno.h>
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace {
 
@@ -144,9 +151,24 @@ int PanelProcess::waitForLog(const QString& text, int timeoutMs, int from)
     return found;
 }
 
+ScreenshotLock::ScreenshotLock()
+{
+    const QString directory = paths::screenshotDirectory();
+    QDir().mkpath(directory);
+    m_descriptor = ::open(directory.toLocal8Bit().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    while (::flock(m_descriptor, LOCK_EX) != 0 && errno == EINTR) {
+    }
+}
+
+ScreenshotLock::~ScreenshotLock()
+{
+    ::close(m_descriptor);
+}
+
 // Needs a display started with "logQtDebug": the file's name stands in a debug line.
 QImage PanelProcess::screenshot()
 {
+    const ScreenshotLock lock;
     const int before = log().size();
     ::kill(pid_t(m_process.processId()), SIGUSR1);
     const int line = waitForLog(".bmp saved.", PATIENCE_MS, before);
@@ -178,7 +200,8 @@ XServerProcess::~XServerProcess()
 
 bool XServerProcess::start()
 {
-    m_process.start("Xvfb", QString("-displayfd 1 -screen 0 256x64x24 -nolisten tcp").split(' '));
+    // A press that a busy machine makes long is still one: no auto-repeat.
+    m_process.start("Xvfb", QString("-displayfd 1 -screen 0 256x64x24 -nolisten tcp -r").split(' '));
     if (!m_process.waitForStarted(PATIENCE_MS) || !m_process.waitForReadyRead(PATIENCE_MS)) {
         return false;
     }

@@ -17,6 +17,19 @@ QString privateBusAddress(const QString& purpose);
 // Waits, until the condition holds; false after the time in ms.
 template <typename Condition> bool waitUntil(Condition condition, int timeoutMs);
 
+// Displays of one build write their screenshots to one directory, and the names tell only the second. Who
+// takes one and reads it holds this meanwhile, like the simulated terminal does for its pictures.
+class ScreenshotLock {
+public:
+    ScreenshotLock(); // waits for its turn
+    ~ScreenshotLock();
+    ScreenshotLock(const ScreenshotLock&) = delete;
+    ScreenshotLock& operator=(const ScreenshotLock&) = delete;
+
+private:
+    int m_descriptor;
+};
+
 // `terminalsim` with values that stand still.
 class TerminalProcess {
 public:
