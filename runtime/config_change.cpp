@@ -13,11 +13,13 @@
 
 namespace {
 
-// The array that the handlers are given, used for one row after the other.
-struct records_t {
+// A message taken apart once for all rows, and the array that the handlers are given, used for one row after
+// the other. Both arrays have room for all entries.
+struct change_t {
+    config_vbuf_entry_t* entries;
+    uint32_t entry_count;
     config_data_t* recs;
-    uint32_t room;
-    uint32_t count;
+    uint32_t rec_count;
 };
 
 int component_length(const char* key)
@@ -25,39 +27,44 @@ int component_length(const char* key)
     return static_cast<int>(strcspn(key, "."));
 }
 
-// How much of the message consists of whole entries. What follows is logged once and not looked at again.
-uint32_t whole_entries(const char* name, const void* data, uint32_t len)
+// The number of whole entries. What follows them is logged once and not looked at again.
+uint32_t count_entries(const char* name, const void* data, uint32_t len)
 {
+    uint32_t count = 0;
     uint32_t pos = 0;
     config_vbuf_entry_t entry;
-    while (pos < len && config_vbuf_entry_at(data, len, pos, &entry))
-        pos += entry.distance;
+    for (; pos < len && config_vbuf_entry_at(data, len, pos, &entry); pos += entry.distance)
+        ++count;
     if (pos < len)
         vx_slog(CONFIG_PRIO_ERROR, "config: broken entry at %u of %u bytes in %s\n", pos, len, name);
-    return pos;
+    return count;
 }
 
-void append(records_t* list, const config_vbuf_entry_t& entry)
+change_t take_apart(const char* name, const void* data, uint32_t len)
 {
-    const uint32_t step = 8;
-    if (list->count == list->room) {
-        list->recs = config_grow(list->recs, list->room, step);
-        VX_ASSERT(list->recs);
-        list->room += step;
-    }
-    config_fill_record(&list->recs[list->count++], entry.type, entry.key, const_cast<void*>(entry.value),
-                       entry.length, 0);
+    change_t change = {nullptr, count_entries(name, data, len), nullptr, 0};
+    if (change.entry_count == 0)
+        return change;
+    change.entries = config_grow<config_vbuf_entry_t>(nullptr, 0, change.entry_count);
+    VX_ASSERT(change.entries);
+    change.recs = config_grow<config_data_t>(nullptr, 0, change.entry_count);
+    VX_ASSERT(change.recs);
+    uint32_t pos = 0;
+    for (uint32_t i = 0; i < change.entry_count; pos += change.entries[i++].distance)
+        config_vbuf_entry_at(data, len, pos, &change.entries[i]);
+    return change;
 }
 
 // Matching is by plain prefix: "ram.status.battery" takes "ram.status.battery.1.status".
-void collect(records_t* list, const char* prefix, const void* data, uint32_t len)
+void collect(change_t* change, const char* prefix)
 {
     const size_t length = strlen(prefix);
-    config_vbuf_entry_t entry;
-    list->count = 0;
-    for (uint32_t pos = 0; pos < len && config_vbuf_entry_at(data, len, pos, &entry); pos += entry.distance) {
+    change->rec_count = 0;
+    for (uint32_t i = 0; i < change->entry_count; ++i) {
+        const config_vbuf_entry_t& entry = change->entries[i];
         if (strncmp(entry.key, prefix, length) == 0)
-            append(list, entry);
+            config_fill_record(&change->recs[change->rec_count++], entry.type, entry.key,
+                               const_cast<void*>(entry.value), entry.length, 0);
     }
 }
 
@@ -65,16 +72,16 @@ void collect(records_t* list, const char* prefix, const void* data, uint32_t len
 
 int config_handle_change(cbus_conn_t*, void*, const char* name, void* data, uint32_t len)
 {
-    const uint32_t usable = whole_entries(name, data, len);
-    records_t list = {nullptr, 0, 0};
+    change_t change = take_apart(name, data, len);
     for (uint32_t i = 0; i < config_state.change_count; ++i) {
         // A copy: the handler may subscribe, and the table then moves.
         const config_change_row_t row = config_state.changes[i];
-        collect(&list, row.key, data, usable);
-        if (list.count)
-            row.func(list.count, list.recs, row.data, &row);
+        collect(&change, row.key);
+        if (change.rec_count)
+            row.func(change.rec_count, change.recs, row.data, &row);
     }
-    free(list.recs);
+    free(change.entries);
+    free(change.recs);
     return 0;
 }
 
@@ -83,7 +90,7 @@ int config_change_register(const char* key, config_change_func_t func, void* dat
     VX_ASSERT(func);
     // Sent for each subscription, repeated or not.
     config_filter("change", key, component_length(key));
-    config_state.changes = config_grow(config_state.changes, config_state.change_count);
+    config_state.changes = config_grow_by_one(config_state.changes, config_state.change_count);
     VX_ASSERT(config_state.changes);
     config_change_row_t& row = config_state.changes[config_state.change_count];
     row.key = config_copy_text(key);

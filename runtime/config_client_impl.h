@@ -50,6 +50,13 @@ template <typename Row> Row* config_grow(Row* rows, uint32_t count, uint32_t mor
     return static_cast<Row*>(config_grow_bytes(rows, count, more, sizeof(Row)));
 }
 
+// The same for one row more, where rows come one by one: the block doubles whenever their number is a power
+// of two, so that it needs no capacity beside it and many rows are not moved at each new one.
+template <typename Row> Row* config_grow_by_one(Row* rows, uint32_t count)
+{
+    return count & (count - 1) ? rows : config_grow(rows, count, count ? count : 1);
+}
+
 // Fills a record from an entry of a message. The value belongs to the message and may be changed: a text
 // without its NUL gets it in place of its last byte, and a log line, since handlers read it as a string.
 void config_fill_record(config_data_t* rec, uint32_t type, const char* key, void* value, uint32_t length,

@@ -93,7 +93,7 @@ int config_validator_register(config_validator_func_t func, const char* name, vo
     config_filter("clnt_validate", name, length);
     if (config_signal("validate.register", nullptr, name, static_cast<uint32_t>(length) + 1) != 0)
         return -1;
-    config_state.validators = config_grow(config_state.validators, config_state.validator_count);
+    config_state.validators = config_grow_by_one(config_state.validators, config_state.validator_count);
     VX_ASSERT(config_state.validators);
     config_validator_row_t& row = config_state.validators[config_state.validator_count];
     row.name = config_copy_text(name);

@@ -164,6 +164,26 @@ TEST_F(ConfigChange, DeregisteringWantsKeyHandlerAndDataTakesTheFirstAndSendsNot
     EXPECT_THAT(calls, ElementsAre("two ram.a=1", "one ram.a=1"));
 }
 
+// The table grows now and then, not at each row; what grew for rows that are gone is used again.
+TEST_F(ConfigChange, TableHoldsManySubscriptionsWhileOthersGo)
+{
+    for (int i = 0; i < 20; ++i)
+        subscribe(("ram.a." + std::to_string(i)).c_str(), "row");
+    for (int i = 0; i < 13; ++i)
+        config_change_deregister(("ram.a." + std::to_string(i)).c_str(), note, label("row"));
+    for (int i = 20; i < 70; ++i)
+        subscribe(("ram.a." + std::to_string(i)).c_str(), "row");
+    EXPECT_EQ(config_state.change_count, 57u);
+    Vbuf message;
+    std::vector<std::string> expected;
+    for (int i = 13; i < 70; ++i) {
+        message.add(VX_CONFIG_TYPE_BLOB, "ram.a." + std::to_string(i), "1");
+        expected.push_back("row ram.a." + std::to_string(i) + "=1");
+    }
+    change(message.bytes());
+    EXPECT_EQ(calls, expected);
+}
+
 // --- Delivering -------------------------------------------------------------------------------------------
 
 TEST_F(ConfigChange, MatchingIsByPlainPrefix)
