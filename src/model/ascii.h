@@ -9,9 +9,10 @@
 inline QByteArray asciiOf(const QString& text)
 {
     QByteArray ascii(text.size(), '?');
+    char* const bytes = ascii.data();
     for (int i = 0; i < text.size(); ++i)
         if (text.at(i).unicode() < 0x80)
-            ascii[i] = static_cast<char>(text.at(i).unicode());
+            bytes[i] = static_cast<char>(text.at(i).unicode());
     return ascii;
 }
 

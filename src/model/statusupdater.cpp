@@ -139,7 +139,10 @@ void StatusUpdater::takeScreenshot()
 
 void StatusUpdater::setStatusLabelFont(const QFont& font)
 {
+    if (font == statusLabelFont)
+        return;
     statusLabelFont = font;
+    lineWidths = LineWidths();
 }
 
 void StatusUpdater::setMainWindowState(MAIN_WINDOW_STATE state)

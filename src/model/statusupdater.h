@@ -39,6 +39,7 @@
 
 #include <atomic>
 
+class QFontMetrics;
 class QTimer;
 struct config_data_t;
 
@@ -565,7 +566,17 @@ private:
     QList<fmmi_evt_t> localEventsMutexProtected;
     bool hasConnectedToCBus = false;
     void* threadIdCBus = nullptr;
-    QFont statusLabelFont; // GUI thread, not locked
+    QFont statusLabelFont; // GUI thread, not locked, as what follows
+    // What stands in every connection's line besides its label, in pixels of that font; measured when the
+    // first line is made.
+    enum { CONNECTION_GAP_MAX = 2 };
+    struct LineWidths {
+        int time = -1; // negative: not measured
+        int dots = 0;
+        int gaps[CONNECTION_GAP_MAX + 1] = {}; // of none, one and two blanks
+    };
+    mutable LineWidths lineWidths;
+    static LineWidths measuredLineWidths(const QFontMetrics& metrics);
     QHash<unsigned int, QString> translatedEventTextList;
     QHash<int, QString> translatedStatusTextList; // by STATUS_TEXT_ENUM
     STATUS_TEXT_ENUM currentStatusTextId = STATUS_TEXT_UNDEFINED;

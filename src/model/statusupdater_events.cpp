@@ -122,18 +122,25 @@ void takeAlertField(database_evt_type& alert, const QString& field, const config
     }
 }
 
-database_evt_type& alertOf(QList<database_evt_type>& alerts, int index)
+// The alerts in the order of their first records, and where each index stands among them.
+struct AlertLog {
+    QList<database_evt_type> alerts;
+    QHash<int, int> positions;
+};
+
+database_evt_type& alertOf(AlertLog& log, int index)
 {
-    for (database_evt_type& alert : alerts)
-        if (alert.index == index)
-            return alert;
+    const QHash<int, int>::const_iterator known = log.positions.constFind(index);
+    if (known != log.positions.constEnd())
+        return log.alerts[*known];
+    log.positions.insert(index, static_cast<int>(log.alerts.size()));
     database_evt_type alert;
     alert.index = index;
-    alerts.append(alert);
-    return alerts.last();
+    log.alerts.append(alert);
+    return log.alerts.last();
 }
 
-void takeAlertRecord(QList<database_evt_type>& alerts, const config_data_t& record)
+void takeAlertRecord(AlertLog& log, const config_data_t& record)
 {
     const QString name = QString::fromUtf8(record.name);
     if (!name.startsWith(QLatin1String(ALERT_PREFIX))) {
@@ -150,7 +157,7 @@ void takeAlertRecord(QList<database_evt_type>& alerts, const config_data_t& reco
         logDebug() << "setAlertList: " << name << " does not include an index. Skipping this field.";
         return;
     }
-    takeAlertField(alertOf(alerts, index), parts.at(PART_FIELD), record);
+    takeAlertField(alertOf(log, index), parts.at(PART_FIELD), record);
 }
 
 // Events of one list that the other doesn't hold. It runs under the lock, for which other threads wait 2.1 s
@@ -188,11 +195,11 @@ bool isNewer(const fmmi_evt_t& a, const fmmi_evt_t& b)
 void StatusUpdater::setAlertList(unsigned int nrec, const config_data_t* prec)
 {
     logDebug() << "StatusUpdater::setAlertList(): Start of function.";
-    QList<database_evt_type> alerts;
+    AlertLog log;
     for (unsigned int i = 0; i < nrec; ++i)
-        takeAlertRecord(alerts, prec[i]);
+        takeAlertRecord(log, prec[i]);
     QList<fmmi_evt_t> events;
-    for (const database_evt_type& alert : alerts)
+    for (const database_evt_type& alert : log.alerts)
         events.append(alert.event);
     setSystemEvents(events); // with an empty list, too: that is how all alerts clear
 }

@@ -61,6 +61,7 @@ const ConnectionLabel CONNECTION_LABELS[] = {
 
 // Pixels of a connection's line.
 const int LINE_WIDTH = 184;
+const char DOTS[] = "..."; // where a label was cut
 
 // Languages whose glyphs are wide get a narrow gap between label and time.
 bool hasWideGlyphs(LANG_ENUM language)
@@ -255,24 +256,36 @@ QString StatusUpdater::connectionLabel(const connection_t& connection) const
 QString StatusUpdater::fittedLine(QString label, const QString& elapsedTime) const
 {
     const QFontMetrics metrics(statusLabelFont);
+    if (lineWidths.time < 0)
+        lineWidths = measuredLineWidths(metrics);
     const bool wide = hasWideGlyphs(language);
-    QString gap = QString::fromLatin1(wide ? " " : "  ");
-    // The time is always measured on these digits, so that a line does not jump with the seconds.
-    const int timeWidth = qtcompat::textWidth(metrics, QString::fromLatin1("00:00:00"));
-    const QString dots = QString::fromLatin1("...");
-    const int labelWidth = qtcompat::textWidth(metrics, label);
+    int blanks = wide ? 1 : CONNECTION_GAP_MAX;
+    int labelWidth = qtcompat::textWidth(metrics, label);
 
-    if (labelWidth + qtcompat::textWidth(metrics, gap) + timeWidth > LINE_WIDTH)
-        gap.chop(1);
-    if (labelWidth + qtcompat::textWidth(metrics, gap) + timeWidth > LINE_WIDTH) {
+    if (labelWidth + lineWidths.gaps[blanks] + lineWidths.time > LINE_WIDTH)
+        --blanks;
+    if (labelWidth + lineWidths.gaps[blanks] + lineWidths.time > LINE_WIDTH) {
         if (wide)
-            gap.clear();
-        const int rest = qtcompat::textWidth(metrics, dots) + qtcompat::textWidth(metrics, gap) + timeWidth;
+            blanks = 0;
+        const int rest = lineWidths.dots + lineWidths.gaps[blanks] + lineWidths.time;
         const int length = label.size();
-        while (!label.isEmpty() && qtcompat::textWidth(metrics, label) + rest > LINE_WIDTH)
+        while (!label.isEmpty() && labelWidth + rest > LINE_WIDTH) {
             label.chop(1);
+            labelWidth = qtcompat::textWidth(metrics, label);
+        }
         if (label.size() < length)
-            label += dots;
+            label += QString::fromLatin1(DOTS);
     }
-    return label + gap + elapsedTime;
+    return label + QString(blanks, QChar::fromLatin1(' ')) + elapsedTime;
+}
+
+StatusUpdater::LineWidths StatusUpdater::measuredLineWidths(const QFontMetrics& metrics)
+{
+    LineWidths widths;
+    // The time is always measured on these digits, so that a line does not jump with the seconds.
+    widths.time = qtcompat::textWidth(metrics, QString::fromLatin1("00:00:00"));
+    widths.dots = qtcompat::textWidth(metrics, QString::fromLatin1(DOTS));
+    for (int blanks = 0; blanks <= CONNECTION_GAP_MAX; ++blanks)
+        widths.gaps[blanks] = qtcompat::textWidth(metrics, QString(blanks, QChar::fromLatin1(' ')));
+    return widths;
 }

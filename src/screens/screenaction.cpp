@@ -12,6 +12,7 @@
 #include <QColor>
 #include <QCoreApplication>
 #include <QEvent>
+#include <QHash>
 #include <QVBoxLayout>
 
 namespace {
@@ -56,6 +57,18 @@ QString stopText()
 QString connectingText()
 {
     return QCoreApplication::translate("Shared_translations", "Connecting...");
+}
+
+// For walks over all rows: to ask the model for each would take time with the square of their number. Of two
+// bundles with one number it is the first.
+QHash<int, bundle_t> byNumber(const QList<bundle_t>& bundles)
+{
+    QHash<int, bundle_t> found;
+    for (const bundle_t& bundle : bundles) {
+        if (!found.contains(bundle.bundleNumber))
+            found.insert(bundle.bundleNumber, bundle);
+    }
+    return found;
 }
 
 bool isActive(const bundle_t& bundle)
@@ -178,13 +191,13 @@ TTreeWidgetItem* ScreenAction::getBundleWidgetItem(int bundleNumber) const
 
 void ScreenAction::updateStartStopButtons()
 {
+    const QHash<int, bundle_t> bundles = byNumber(pStatusUpdater->getDefinedBundles());
     for (int i = 0; i < pTreeWidget->topLevelItemCount(); ++i) {
         TTreeWidgetItem* const pBundleItem = topLevelItem(i);
         const int bundleNumber = pBundleItem->getDefinedBundleNumber();
         if (bundleNumber == NO_BUNDLE)
             continue;
-        bundle_t bundle;
-        if (!pStatusUpdater->getBundleByBundleNumber(bundleNumber, &bundle)) {
+        if (!bundles.contains(bundleNumber)) {
             logDebug() << "ScreenAction::updateStartStopButtons(): ERROR!!! Could not get bundle data for "
                           "bundleNumber="
                        << bundleNumber;
@@ -193,7 +206,7 @@ void ScreenAction::updateStartStopButtons()
         for (int child = 0; child < pBundleItem->childCount(); ++child) {
             TTreeWidgetItem* const pItem = static_cast<TTreeWidgetItem*>(pBundleItem->child(child));
             if (pItem->getId() == ITEM_ACTION_START_STOP)
-                updateStartStopButton(pItem, bundle);
+                updateStartStopButton(pItem, bundles.value(bundleNumber));
         }
     }
 }
@@ -233,12 +246,11 @@ bool ScreenAction::isStopRefused(const bundle_t& bundle) const
 void ScreenAction::setRefused(TTreeWidgetItem* pItem, bool refused)
 {
     pItem->setForeground(0, QBrush(QColor::fromRgba(refused ? REFUSED_COLOUR : ENABLED_COLOUR)));
-    if (!refused) {
-        pItem->setFlags(pItem->flags() | Qt::ItemIsEnabled);
-        return;
-    }
-    pItem->setFlags(pItem->flags() & ~Qt::ItemIsEnabled);
-    if (pTreeWidget->currentItem() == pItem) {
+    const Qt::ItemFlags flags =
+        refused ? pItem->flags() & ~Qt::ItemIsEnabled : pItem->flags() | Qt::ItemIsEnabled;
+    if (flags != pItem->flags()) // the tree looks for the row even where nothing changes
+        pItem->setFlags(flags);
+    if (refused && pTreeWidget->currentItem() == pItem) {
         pTreeWidget->setCurrentItem(pItem->parent());
         pTreeWidget->scrollToItem(pItem->parent());
     }
@@ -269,13 +281,14 @@ void ScreenAction::handleBundleStateChanged(int bundleNumber, BUNDLE_STATUS stat
 
 void ScreenAction::updateElapsedTime()
 {
+    const QHash<int, bundle_t> bundles = byNumber(pStatusUpdater->getDefinedBundles());
     for (int i = 0; i < pTreeWidget->topLevelItemCount(); ++i) {
         TTreeWidgetItem* const pItem = topLevelItem(i);
-        bundle_t bundle;
-        if (pItem->getDefinedBundleNumber() != NO_BUNDLE &&
-            pStatusUpdater->getBundleByBundleNumber(pItem->getDefinedBundleNumber(), &bundle) &&
-            bundle.status == BUNDLE_STATUS_RUNNING)
-            pItem->setTextSecondColumn(pStatusUpdater->getElapsedTimeStr(bundle));
+        const QHash<int, bundle_t>::const_iterator bundle =
+            bundles.constFind(pItem->getDefinedBundleNumber());
+        if (pItem->getDefinedBundleNumber() != NO_BUNDLE && bundle != bundles.constEnd() &&
+            bundle->status == BUNDLE_STATUS_RUNNING)
+            pItem->setTextSecondColumn(pStatusUpdater->getElapsedTimeStr(*bundle));
     }
 }
 
