@@ -1,17 +1,21 @@
-// A read of one integer key through the terminal's server, against a bare ping-pong of the same bytes in
-// which both sides wait in poll, and against a D-Bus method call through a daemon of its own to a service.
+// Two ways of one integer key between the display and the terminal's server: a read, and a write whose change
+// comes back to a subscription, as all that the user sets does. Against a bare ping-pong of the same bytes in
+// which both sides wait in poll, and against D-Bus through a daemon of its own: a method call to a service,
+// and a call without a reply that the service answers with a signal.
 //
 // Every process is pinned to the same processor, so that the wall clock counts the work of all of them. After
 // the usual table a second one: processor time of all processes that take part, in ratios to the ping-pong,
 // taken in short alternating rounds so that other load on the machine meets all alike.
+#include "bench/rows.h"
 #include "bench/steps.h"
 #include "runtime/cbus.h"
 #include "runtime/config_client_api.h"
+#include "runtime/config_vbuf.h"
+#include "runtime/fdloop.h"
 #include "support/rawbus.h"
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -108,17 +112,40 @@ void terminalProcess(const std::string& address, const std::function<void()>& re
     _exit(1);
 }
 
+fdloop_t* loop;
+bool changed;
+
 void connectToTerminal(const std::string& address)
 {
+    loop = fdloop_init();
     setenv("CBUS_ADDR", address.c_str(), 1);
     cbus_conn_t* conn = nullptr;
     for (int attempt = 0; attempt < 500 && !conn; ++attempt) {
-        conn = cbus_conn_create(nullptr, "bench");
+        conn = cbus_conn_create(loop, "bench");
         if (!conn)
             usleep(10000);
     }
     check(conn != nullptr, "cbus_conn_create");
     config_init_cbus(conn, nullptr);
+    config_change_register(
+        KEY, [](unsigned, const config_data_t*, void*, const config_change_row_t*) { changed = true; },
+        nullptr);
+}
+
+// By turns, since only another value is a change. An even number of calls leaves the value as it was, so that
+// what is counted in a forked process doesn't disturb this one.
+int nextValue()
+{
+    static int value = 400;
+    return value = value == 400 ? 401 : 400;
+}
+
+void writeKey()
+{
+    changed = false;
+    config_write_int(KEY, nextValue());
+    while (!changed)
+        fdloop_run(loop);
 }
 
 void readKey()
@@ -130,14 +157,12 @@ void readKey()
 // --- The bare ping-pong
 
 struct PingPong {
-    std::string request = requestBytes(0, 0, std::string("config.read.") + KEY,
-                                       le32(0xffffffff) + le32(VX_CONFIG_TYPE_INT) + le32(4));
-    std::string reply = frameBytes(CBUS_TYPE_REPLY, 0, 0, std::string("config.read.") + KEY,
-                                   le32(0) + le32(VX_CONFIG_TYPE_INT) + le32(4) + le32(0));
+    const std::string request;
+    const std::string reply;
     int client = -1;
     int server = -1;
 
-    PingPong()
+    PingPong(std::string request, std::string reply) : request(std::move(request)), reply(std::move(reply))
     {
         int ends[2];
         check(socketpair(AF_UNIX, SOCK_STREAM, 0, ends) == 0, "socketpair");
@@ -162,11 +187,38 @@ struct PingPong {
     void ask() const { check(put(client, request) && waitAndRead(client, reply.size()), "ping-pong"); }
 };
 
-PingPong* pingPong;
-
-void ask()
+PingPong readBare()
 {
-    pingPong->ask();
+    const std::string name = std::string("config.read.") + KEY;
+    return PingPong(
+        requestBytes(0, 0, name, le32(0xffffffff) + le32(VX_CONFIG_TYPE_INT) + le32(4)),
+        frameBytes(CBUS_TYPE_REPLY, 0, 0, name, le32(0) + le32(VX_CONFIG_TYPE_INT) + le32(4) + le32(0)));
+}
+
+PingPong writeBare()
+{
+    uint8_t* entry = nullptr;
+    const int value = 400;
+    const uint32_t length =
+        config_vbuf_add(&entry, 0, nullptr, VX_CONFIG_TYPE_INT, KEY, &value, sizeof(value), 0);
+    const std::string change(reinterpret_cast<char*>(entry), length);
+    free(entry);
+    return PingPong(
+        signalBytes(std::string("config.write.") + KEY, le32(VX_CONFIG_TYPE_INT) + le32(4) + le32(400)),
+        signalBytes("config.change.ram", change));
+}
+
+PingPong* bareRead;
+PingPong* bareWrite;
+
+void askBare()
+{
+    bareRead->ask();
+}
+
+void writeToBare()
+{
+    bareWrite->ask();
 }
 
 // --- D-Bus
@@ -192,9 +244,19 @@ sd_bus* connectBus(const std::string& address)
     return nullptr;
 }
 
+int takeSignal(sd_bus_message* message, void*, sd_bus_error*)
+{
+    int32_t value;
+    changed = sd_bus_message_read(message, "i", &value) > 0;
+    return 0;
+}
+
 void connectClient()
 {
     bus = connectBus(busAddress);
+    check(sd_bus_match_signal(bus, nullptr, BUS_NAME, BUS_PATH, BUS_NAME, "Changed", takeSignal, nullptr) >=
+              0,
+          "sd_bus_match_signal");
 }
 
 int answerRead(sd_bus_message* message, void*, sd_bus_error*)
@@ -204,9 +266,21 @@ int answerRead(sd_bus_message* message, void*, sd_bus_error*)
     return result < 0 ? result : sd_bus_reply_method_return(message, "i", 456);
 }
 
+int takeWrite(sd_bus_message* message, void*, sd_bus_error*)
+{
+    const char* key;
+    int32_t value;
+    const int result = sd_bus_message_read(message, "si", &key, &value);
+    return result < 0 ? result
+                      : sd_bus_emit_signal(sd_bus_message_get_bus(message), BUS_PATH, BUS_NAME, "Changed",
+                                           "i", value);
+}
+
 const sd_bus_vtable VTABLE[] = {
     SD_BUS_VTABLE_START(0),
     SD_BUS_METHOD("Read", "s", "i", answerRead, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD("Write", "si", "", takeWrite, SD_BUS_VTABLE_UNPRIVILEGED | SD_BUS_VTABLE_METHOD_NO_REPLY),
+    SD_BUS_SIGNAL("Changed", "i", 0),
     SD_BUS_VTABLE_END,
 };
 
@@ -250,6 +324,21 @@ void callMethod()
           "sd_bus_call_method");
     sd_bus_message_unref(reply);
 }
+
+void writeByMethod()
+{
+    changed = false;
+    sd_bus_message* call = nullptr;
+    check(sd_bus_message_new_method_call(bus, &call, BUS_NAME, BUS_PATH, BUS_NAME, "Write") >= 0 &&
+              sd_bus_message_append(call, "si", KEY, nextValue()) >= 0 &&
+              sd_bus_message_set_expect_reply(call, 0) >= 0 && sd_bus_send(bus, call, nullptr) >= 0,
+          "sd_bus_send");
+    sd_bus_message_unref(call);
+    while (!changed) {
+        if (sd_bus_process(bus, nullptr) == 0)
+            sd_bus_wait(bus, UINT64_MAX);
+    }
+}
 #endif
 
 // --- Measuring
@@ -261,7 +350,10 @@ struct Contender {
     std::vector<const Child*> servers; // what works beside this process
 };
 
-std::vector<Contender> contenders;
+struct Contest {
+    const char* measure;
+    std::vector<Contender> contenders; // ours first, and then the measure of all
+};
 
 double processorNanoseconds(const Contender& contender)
 {
@@ -269,12 +361,6 @@ double processorNanoseconds(const Contender& contender)
     for (const Child* server : contender.servers)
         sum += server->processorNanoseconds();
     return sum;
-}
-
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
 }
 
 double instructions(const Contender& contender)
@@ -287,9 +373,10 @@ double instructions(const Contender& contender)
     });
 }
 
-void printRatios()
+void compare(const Contest& contest)
 {
     const int ROUNDS = 201, CALLS = 100;
+    const std::vector<Contender>& contenders = contest.contenders;
     std::vector<std::vector<double>> times(contenders.size());
     for (int round = 0; round < ROUNDS; ++round) {
         for (size_t index = 0; index < contenders.size(); ++index) {
@@ -299,49 +386,72 @@ void printRatios()
             times[index].push_back((processorNanoseconds(contenders[index]) - start) / CALLS);
         }
     }
-    printf("\nOne read, all processes on one processor: medians of %d alternating rounds of %d reads\n",
-           ROUNDS, CALLS);
+    printf("\n%s, all processes on one processor: medians of %d alternating rounds of %d, ratios to the "
+           "ping-pong\n",
+           contest.measure, ROUNDS, CALLS);
     printf("%-20s %14s %8s %36s\n", "", "processor ns", "ratio", "user-space instructions of the client");
+    std::vector<rows::Peer> byTime, bySteps;
     for (size_t index = 0; index < contenders.size(); ++index) {
-        std::vector<double> ratios;
-        for (size_t round = 0; round < times[index].size(); ++round)
-            ratios.push_back(times[index][round] / times[0][round]);
-        printf("%-20s %14.0f %8.2f %36.0f\n", contenders[index].name, median(times[index]), median(ratios),
-               instructions(contenders[index]));
+        const double time = rows::median(times[index]), count = instructions(contenders[index]);
+        printf("%-20s %14.0f %8.2f %36.0f\n", contenders[index].name, time,
+               rows::medianRatio(times[index], times[1]), count);
+        byTime.push_back({contenders[index].name, time, rows::medianRatio(times[0], times[index])});
+        bySteps.push_back({contenders[index].name, count});
     }
+    const double time = byTime.front().value, count = bySteps.front().value;
+    byTime.erase(byTime.begin());
+    bySteps.erase(bySteps.begin());
+    rows::print(contest.measure, "processor ns", time, byTime);
+    rows::print(contest.measure, "instructions of the client", count, bySteps);
 }
 
-int measure(int argc, char** argv)
+void measure(const std::vector<Contest>& contests)
 {
-    benchmark::Initialize(&argc, argv);
-    for (const Contender& contender : contenders) {
-        contender.once();
-        benchmark::RegisterBenchmark(contender.name, [&contender](benchmark::State& state) {
-            for (auto _ : state)
-                contender.once();
-        })->UseRealTime();
+    for (const Contest& contest : contests) {
+        for (const Contender& contender : contest.contenders) {
+            contender.once();
+            contender.once();
+            const std::string name = std::string(contest.measure) + "/" + contender.name;
+            benchmark::RegisterBenchmark(name.c_str(), [&contender](benchmark::State& state) {
+                for (auto _ : state) {
+                    contender.once();
+                    contender.once();
+                }
+            })->UseRealTime();
+        }
     }
     benchmark::RunSpecifiedBenchmarks();
-    printRatios();
-    return 0;
+    for (const Contest& contest : contests)
+        compare(contest);
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
+    benchmark::Initialize(&argc, argv);
     pinToOneProcessor();
     const std::string address = "unix*cbusbench" + std::to_string(getpid());
     Child terminal([&](const std::function<void()>& ready) { terminalProcess(address, ready); });
-    PingPong bare;
-    pingPong = &bare;
-    Child other([&](const std::function<void()>& ready) {
-        ready();
-        bare.serve();
-    });
+    PingPong reading = readBare(), writing = writeBare();
+    bareRead = &reading;
+    bareWrite = &writing;
+    const auto serve = [](const PingPong& bare) {
+        return [&bare](const std::function<void()>& ready) {
+            ready();
+            bare.serve();
+        };
+    };
+    Child readServer(serve(reading)), writeServer(serve(writing));
     connectToTerminal(address);
-    contenders.push_back({"ping-pong in poll", ask, nullptr, {&other}}); // the measure of the others
-    contenders.push_back({"config_read_int", readKey, nullptr, {&terminal}});
+    std::vector<Contest> contests = {
+        {"a key read",
+         {{"config_read_int", readKey, nullptr, {&terminal}},
+          {"bare socket", askBare, nullptr, {&readServer}}}},
+        {"a key written, its change delivered",
+         {{"config client", writeKey, nullptr, {&terminal}},
+          {"bare socket", writeToBare, nullptr, {&writeServer}}}},
+    };
 #ifdef HAVE_SYSTEMD
     char directory[] = "/tmp/cbusbenchXXXXXX";
     check(mkdtemp(directory) != nullptr, "mkdtemp");
@@ -350,14 +460,15 @@ int main(int argc, char** argv)
     Child daemon([&](const std::function<void()>& ready) { daemonProcess(place, ready); });
     Child service([&](const std::function<void()>& ready) { serviceProcess(busAddress, ready); });
     connectClient();
-    contenders.push_back({"D-Bus method call", callMethod, connectClient, {&daemon, &service}});
+    contests[0].contenders.push_back({"D-Bus", callMethod, connectClient, {&daemon, &service}});
+    contests[1].contenders.push_back({"D-Bus", writeByMethod, connectClient, {&daemon, &service}});
 #endif
-    const int result = measure(argc, argv);
+    measure(contests);
 #ifdef HAVE_SYSTEMD
     sd_bus_unref(bus);
     unlink((place + "/bus.conf").c_str());
     unlink((place + "/socket").c_str());
     rmdir(directory);
 #endif
-    return result;
+    return 0;
 }

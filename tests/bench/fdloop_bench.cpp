@@ -1,8 +1,10 @@
-// One turn of the event loop with 10 idle descriptors, 10 timers that don't expire, and one pipe that plays
-// ping-pong with itself, against the same work by hand on bare select and on two libraries.
+// The event loop against the same work by hand on bare select and on two libraries: one turn with 10 idle
+// descriptors, 10 timers that don't expire, and one pipe that plays ping-pong with itself; and a timer that
+// expires each millisecond among 10 that don't.
 //
-// After the usual table, a second one: processor time in ratios to the hand-written loop, taken in short
+// After the usual table, another: processor time in ratios to the hand-written loop, taken in short
 // alternating rounds so that other load on the machine meets all alike, and instructions in user space.
+#include "bench/rows.h"
 #include "bench/steps.h"
 #include "runtime/fdloop.h"
 #include "runtime/vx_time.h"
@@ -99,6 +101,29 @@ void fdloopTurns(int turns)
     }
 }
 
+void fdloopExpiries(int count)
+{
+    static fdloop_t* loop = nullptr;
+    static int expired = 0;
+    if (!loop) {
+        loop = fdloop_init();
+        for (int timer = 0; timer < TIMERS; ++timer) {
+            fdloop_timer_add(
+                loop, TIMER_MS, [](void*) { return 1; }, nullptr);
+        }
+        fdloop_timer_add(
+            loop, 1,
+            [](void*) {
+                ++expired;
+                return 1;
+            },
+            nullptr);
+    }
+    for (expired = 0; expired < count;) {
+        fdloop_run(loop);
+    }
+}
+
 // --- by hand: what a programmer writes who needs just this, with the same clock
 
 struct ByHand {
@@ -150,6 +175,17 @@ void byHandTurns(int turns)
     }
 }
 
+void byHandExpiries(int count)
+{
+    static uint32_t expiry = vx_time_ms() + 1; // the first of a sorted list, and back to its place each time
+    while (count-- > 0) {
+        int32_t wait = std::max(static_cast<int32_t>(expiry - vx_time_ms()), 1);
+        struct timeval timeout = {0, wait * 1000};
+        select(0, nullptr, nullptr, nullptr, &timeout);
+        expiry += 1;
+    }
+}
+
 // --- libev
 
 #ifdef HAVE_EV
@@ -189,6 +225,41 @@ private:
     ev_io ping;
     ev_timer timers[TIMERS];
 };
+
+class EvTimers {
+public:
+    EvTimers() : loop(ev_loop_new(EVFLAG_AUTO))
+    {
+        for (ev_timer& timer : timers) {
+            ev_timer_init(
+                &timer, [](struct ev_loop*, ev_timer*, int) {}, TIMER_MS / 1000.0, TIMER_MS / 1000.0);
+            ev_timer_start(loop, &timer);
+        }
+        ev_timer_init(
+            &often, [](struct ev_loop*, ev_timer* timer, int) { ++*static_cast<int*>(timer->data); }, 0.001,
+            0.001);
+        often.data = &expired;
+        ev_timer_start(loop, &often);
+    }
+    void run(int count)
+    {
+        for (expired = 0; expired < count;) {
+            ev_run(loop, EVRUN_ONCE);
+        }
+    }
+
+private:
+    struct ev_loop* loop;
+    ev_timer timers[TIMERS];
+    ev_timer often;
+    int expired = 0;
+};
+
+void evExpiries(int count)
+{
+    static EvTimers timers;
+    timers.run(count);
+}
 
 void evSelectTurns(int turns)
 {
@@ -242,6 +313,41 @@ private:
     uv_timer_t timers[TIMERS];
 };
 
+class UvTimers {
+public:
+    UvTimers()
+    {
+        uv_loop_init(&loop);
+        for (uv_timer_t& timer : timers) {
+            uv_timer_init(&loop, &timer);
+            uv_timer_start(
+                &timer, [](uv_timer_t*) {}, TIMER_MS, TIMER_MS);
+        }
+        uv_timer_init(&loop, &often);
+        often.data = &expired;
+        uv_timer_start(
+            &often, [](uv_timer_t* timer) { ++*static_cast<int*>(timer->data); }, 1, 1);
+    }
+    void run(int count)
+    {
+        for (expired = 0; expired < count;) {
+            uv_run(&loop, UV_RUN_ONCE);
+        }
+    }
+
+private:
+    uv_loop_t loop;
+    uv_timer_t timers[TIMERS];
+    uv_timer_t often;
+    int expired = 0;
+};
+
+void uvExpiries(int count)
+{
+    static UvTimers timers;
+    timers.run(count);
+}
+
 void uvTurns(int turns)
 {
     static Uv uv;
@@ -254,16 +360,41 @@ struct Contender {
     void (*turns)(int);
 };
 
-const Contender CONTENDERS[] = {
-    {"by hand on select", byHandTurns}, // the measure of the others
-    {"fdloop", fdloopTurns},
+struct Contest {
+    const char* measure;
+    int rounds;
+    int turns;                         // of each round
+    std::vector<Contender> contenders; // ours, and the measure of the others, first
+};
+
+const Contest CONTESTS[] = {
+    {"one turn of the event loop",
+     301,
+     500,
+     {
+         {"fdloop", fdloopTurns},
+         {"by hand on select", byHandTurns},
 #ifdef HAVE_EV
-    {"libev, select", evSelectTurns},
-    {"libev, default", evDefaultTurns},
+         {"libev on select", evSelectTurns},
+         {"libev", evDefaultTurns},
 #endif
 #ifdef HAVE_UV
-    {"libuv", uvTurns},
+         {"libuv", uvTurns},
 #endif
+     }},
+    {"one expiry of a timer",
+     41,
+     20,
+     {
+         {"fdloop timers", fdloopExpiries},
+         {"by hand on select", byHandExpiries},
+#ifdef HAVE_EV
+         {"libev", evExpiries},
+#endif
+#ifdef HAVE_UV
+         {"libuv", uvExpiries},
+#endif
+     }},
 };
 
 double processorNanoseconds()
@@ -273,34 +404,34 @@ double processorNanoseconds()
     return 1e9 * static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec);
 }
 
-double median(std::vector<double> values)
+void compare(const Contest& contest)
 {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-void printRatios()
-{
-    const int ROUNDS = 301, TURNS = 500;
-    const size_t count = sizeof(CONTENDERS) / sizeof(CONTENDERS[0]);
-    std::vector<std::vector<double>> times(count);
-    for (int round = 0; round < ROUNDS; ++round) {
-        for (size_t index = 0; index < count; ++index) {
-            double start = processorNanoseconds();
-            CONTENDERS[index].turns(TURNS);
-            times[index].push_back((processorNanoseconds() - start) / TURNS);
+    const std::vector<Contender>& contenders = contest.contenders;
+    std::vector<std::vector<double>> times(contenders.size());
+    for (int round = 0; round < contest.rounds; ++round) {
+        for (size_t index = 0; index < contenders.size(); ++index) {
+            const double start = processorNanoseconds();
+            contenders[index].turns(contest.turns);
+            times[index].push_back((processorNanoseconds() - start) / contest.turns);
         }
     }
-    printf("\nOne turn: medians of %d alternating rounds of %d turns\n", ROUNDS, TURNS);
+    printf("\n%s: medians of %d alternating rounds of %d, ratios to it by hand\n", contest.measure,
+           contest.rounds, contest.turns);
     printf("%-20s %14s %8s %24s\n", "", "processor ns", "ratio", "user-space instructions");
-    for (size_t index = 0; index < count; ++index) {
-        std::vector<double> ratios;
-        for (size_t round = 0; round < times[index].size(); ++round) {
-            ratios.push_back(times[index][round] / times[0][round]);
-        }
-        printf("%-20s %14.0f %8.2f %24.0f\n", CONTENDERS[index].name, median(times[index]), median(ratios),
-               steps::perTurn(CONTENDERS[index].turns));
+    std::vector<rows::Peer> byTime, bySteps;
+    for (size_t index = 0; index < contenders.size(); ++index) {
+        const double time = rows::median(times[index]);
+        const double count = steps::perTurn(contenders[index].turns);
+        printf("%-20s %14.0f %8.2f %24.0f\n", contenders[index].name, time,
+               rows::medianRatio(times[index], times[1]), count);
+        byTime.push_back({contenders[index].name, time, rows::medianRatio(times[0], times[index])});
+        bySteps.push_back({contenders[index].name, count});
     }
+    const double time = byTime.front().value, count = bySteps.front().value;
+    byTime.erase(byTime.begin());
+    bySteps.erase(bySteps.begin());
+    rows::print(contest.measure, "processor ns", time, byTime);
+    rows::print(contest.measure, "instructions", count, bySteps);
 }
 
 } // namespace
@@ -308,7 +439,8 @@ void printRatios()
 int main(int argc, char** argv)
 {
     benchmark::Initialize(&argc, argv);
-    for (const Contender& contender : CONTENDERS) {
+    // The turns alone: an expiry is a wait, of which the usual table would take millions.
+    for (const Contender& contender : CONTESTS[0].contenders) {
         contender.turns(100);
         benchmark::RegisterBenchmark(contender.name, [&contender](benchmark::State& state) {
             for (auto _ : state) {
@@ -317,6 +449,8 @@ int main(int argc, char** argv)
         });
     }
     benchmark::RunSpecifiedBenchmarks();
-    printRatios();
+    for (const Contest& contest : CONTESTS) {
+        compare(contest);
+    }
     return 0;
 }

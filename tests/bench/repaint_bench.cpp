@@ -7,6 +7,7 @@
 // machine meets all alike; instructions are those of user space.
 #include "app/guiapp.h"
 #include "app/window.h"
+#include "bench/rows.h"
 #include "bench/steps.h"
 #include "model/statusupdater.h"
 #include "screens/screenstatus.h"
@@ -145,12 +146,6 @@ double timeOf(const std::function<void()>& repaint)
     return (processorTime() - start) / TURNS;
 }
 
-double median(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-    return values[values.size() / 2];
-}
-
 // The difference between one and three, so that what surrounds them falls out.
 double instructionsOf(const std::function<void()>& repaint)
 {
@@ -187,10 +182,16 @@ void printRatios()
     }
     std::printf("\nOne repaint, medians of %d alternating rounds\n", ROUNDS);
     std::printf("%-34s%14s%8s%18s%8s\n", "", "processor us", "ratio", "instructions", "ratio");
-    std::printf("%-34s%14.1f%8s%18.0f\n", "window with ten labels", median(bareTimes), "", bareInstructions);
+    std::printf("%-34s%14.1f%8s%18.0f\n", "window with ten labels", rows::median(bareTimes), "",
+                bareInstructions);
     for (const auto& row : rows) {
-        std::printf("%-34s%14.1f%8.2f%18.0f%8.2f\n", row.name, median(row.times), median(row.ratios),
-                    row.instructions, row.instructions / bareInstructions);
+        std::printf("%-34s%14.1f%8.2f%18.0f%8.2f\n", row.name, rows::median(row.times),
+                    rows::median(row.ratios), row.instructions, row.instructions / bareInstructions);
+        const std::string measure = std::string("one repaint of the ") + row.name;
+        rows::print(measure, "processor us", rows::median(row.times),
+                    {{"window with ten labels", rows::median(bareTimes), rows::median(row.ratios)}});
+        rows::print(measure, "instructions", row.instructions,
+                    {{"window with ten labels", bareInstructions}});
     }
 }
 

@@ -5,6 +5,7 @@
 // at the end, and how long a key press in the midst of it takes until its screen is repainted.
 #include "app/guiapp.h"
 #include "app/window.h"
+#include "bench/rows.h"
 #include "model/statusupdater.h"
 #include "sim/terminal.h"
 
@@ -218,6 +219,10 @@ int main(int argc, char** argv)
     std::printf("%-52s%10.2f\n", "key press to repaint, 99th percentile, ms (100)",
                 percentile(presses, 0.99));
     std::printf("%-52s%10zu\n", "key presses", presses.size());
+    rows::print("storm of 1,000 changes a second: last value shown after", "ms", settled);
+    rows::print("storm: a key press to its repaint", "ms, 99th percentile", percentile(presses, 0.99));
+    rows::print("storm: memory at its end", "KiB", double(memoryAtEnd),
+                {{"after a third of it", double(memoryAtTen)}});
     std::fflush(stdout);
     if (write(toTerminal[1], "e", 1) != 1)
         return 1;
