@@ -1,0 +1,80 @@
+#!/usr/bin/python3
+"""The rule of the soak: what counts as growth, and what doesn't."""
+import contextlib
+import importlib.machinery
+import importlib.util
+import io
+import os
+import unittest
+
+PATH = os.path.join(os.path.dirname(os.path.abspath(__file__)), 'run')
+LOADER = importlib.machinery.SourceFileLoader('soak', PATH)
+soak = importlib.util.module_from_spec(importlib.util.spec_from_loader('soak', LOADER))
+LOADER.exec_module(soak)
+
+MIB = 1024 * 1024
+
+
+def rows(change=lambda minute, row: None, minutes=60):
+    """A round each two minutes, with a look in between."""
+    result = []
+    for minute in range(1, minutes + 1):
+        row = {name: 10 for name in soak.COUNTS}
+        row.update(seconds=minute * 60, mark=minute % 2, round=minute // 2, heap=4 * MIB, rss=32 * MIB)
+        change(minute, row)
+        result.append(row)
+    return result
+
+
+def judge(table, short=False):
+    with contextlib.redirect_stdout(io.StringIO()):
+        return soak.judge(table, short)
+
+
+class Rule(unittest.TestCase):
+    def test_flat_is_no_fault(self):
+        self.assertEqual(judge(rows()), [])
+        self.assertEqual(judge(rows(minutes=4), short=True), [])
+
+    def test_one_more_of_anything_that_is_counted_is_a_fault(self):
+        for name in soak.COUNTS:
+            def one_more(minute, row, name=name):
+                row[name] += minute > 40
+            faults = judge(rows(one_more))
+            self.assertTrue(faults and faults[0].startswith(f'{name} were 10 after round 5 and 11 after 20'), faults)
+            self.assertNotEqual(judge(rows(lambda minute, row, name=name: row.update({name: minute}), 4), True), [])
+
+    def test_fewer_are_no_fault(self):
+        self.assertEqual(judge(rows(lambda minute, row: row.update(descriptors=10 - (minute > 40)))), [])
+
+    def test_between_the_ends_of_rounds_there_may_be_more(self):
+        self.assertEqual(judge(rows(lambda minute, row: row.update(qt_timers=10 + 5 * (1 - row['mark'])))), [])
+
+    def test_the_first_ten_minutes_do_not_count(self):
+        def grows_at_first(minute, row):
+            row['heap'] += min(minute, 10) * MIB
+            row['qt_objects'] += min(minute, 10)
+        self.assertEqual(judge(rows(grows_at_first)), [])
+
+    def test_memory_may_grow_by_a_hundredth_an_hour(self):
+        for name in soak.MEMORY:
+            for hundredths, is_fault in ((0.9, False), (1.2, True)):
+                def grow(minute, row, name=name, hundredths=hundredths):
+                    row[name] += int(row[name] * hundredths / 100 * (minute - 11) / 60)
+                self.assertEqual(bool(judge(rows(grow))), is_fault, (name, hundredths))
+
+    def test_one_outlier_is_no_growth(self):
+        self.assertEqual(judge(rows(lambda minute, row: row.update(rss=row['rss'] + 8 * MIB * (minute == 59)))), [])
+
+    def test_the_short_form_allows_memory_that_is_used_for_the_first_time(self):
+        for kib, is_fault in ((2000, False), (2100, True)):
+            table = rows(lambda minute, row, kib=kib: row.update(rss=row['rss'] + kib * 1024 * (minute > 1)), 4)
+            self.assertEqual(bool(judge(table, short=True)), is_fault)
+
+    def test_one_round_cannot_be_compared(self):
+        self.assertEqual(judge(rows(minutes=1), short=True), ['there are not two rounds to compare'])
+        self.assertEqual(judge(rows(minutes=10)), ['there are not two rounds to compare'])
+
+
+if __name__ == '__main__':
+    unittest.main()
