@@ -67,9 +67,10 @@ class Rule(unittest.TestCase):
         self.assertEqual(judge(rows(lambda minute, row: row.update(rss=row['rss'] + 8 * MIB * (minute == 59)))), [])
 
     def test_the_short_form_allows_memory_that_is_used_for_the_first_time(self):
-        for kib, is_fault in ((2000, False), (2100, True)):
-            table = rows(lambda minute, row, kib=kib: row.update(rss=row['rss'] + kib * 1024 * (minute > 1)), 4)
-            self.assertEqual(bool(judge(table, short=True)), is_fault)
+        for name, kib, is_fault in (('rss', 2000, False), ('rss', 2100, True), ('heap', 250, False), ('heap', 260, True)):
+            def once(minute, row, name=name, kib=kib):
+                row[name] += kib * 1024 * (minute > 1)
+            self.assertEqual(bool(judge(rows(once, 4), short=True)), is_fault, (name, kib))
 
     def test_one_round_cannot_be_compared(self):
         self.assertEqual(judge(rows(minutes=1), short=True), ['there are not two rounds to compare'])
