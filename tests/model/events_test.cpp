@@ -9,6 +9,8 @@
 #include <QSet>
 #include <QTranslator>
 
+#include <functional>
+
 namespace {
 
 StatusUpdater& model()
@@ -419,6 +421,25 @@ private slots:
                      QtDebugMsg,
                      "StatusUpdater::removeLocalEvent(eventId=0x210): localEventsMutexProtected.size()=0"),
                  1);
+    }
+
+    // "the same when all but their time agrees"
+    void sameEvents()
+    {
+        fmmi_evt_t event;
+        fmmi_evt_t other;
+        other.time = 1;
+        QVERIFY(event == other);
+        QVERIFY(!(event != other));
+        const std::function<void(fmmi_evt_t&)> changes[] = {
+            [](fmmi_evt_t& e) { e.identifier = 1; }, [](fmmi_evt_t& e) { e.sub_id = 1; },
+            [](fmmi_evt_t& e) { e.severity = EVENT_ERROR; }, [](fmmi_evt_t& e) { e.state = 1; },
+            [](fmmi_evt_t& e) { e.shorttext[0] = 'x'; }};
+        for (const auto& change : changes) {
+            other = event;
+            change(other);
+            QVERIFY(event != other);
+        }
     }
 
     void removeLeavesOtherIds()

@@ -2,6 +2,8 @@
 // not listed, what is told of, and the fall of all values when the module stops.
 #include "busif/busfixture.h"
 
+#include "model/radio_module.h"
+
 namespace {
 
 StatusUpdater& model()
@@ -47,6 +49,16 @@ private slots:
         QCOMPARE(model().updateRmOperating(), operating == 1);
         QCOMPARE(model().getRmOperating(), operating);
         QCOMPARE(model().updateRmOperating(), false); // the second time it is no change
+    }
+
+    // In the log a value that has no name is told as such.
+    void namesOfValues()
+    {
+        QCOMPARE(QString(SIM_STATUS_MAP.nameOf(SIM_STATUS_MAP.rows[0].value)),
+                 QString(SIM_STATUS_MAP.rows[0].name));
+        for (const RadioModuleMap* map :
+             {&SIM_STATUS_MAP, &PLMN_STATUS_MAP, &UMTS_STATUS_MAP, &IAI2_STATUS_MAP, &IAI2_BEAM_TYPE_MAP})
+            QCOMPARE(QString(map->nameOf(4711)), QString("unknown"));
     }
 
     void missingModeIsLogged()

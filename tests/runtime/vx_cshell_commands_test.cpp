@@ -194,7 +194,8 @@ TEST_F(Commands, WhileRunsAsLongAsTheConditionGives0)
     EXPECT_EQ(test.run("while until : echo x"), "x\nx\nx\n");
     EXPECT_EQ(test.lastResult, 0);
     countdown = 3;
-    EXPECT_EQ(resultOf("while until :"), 0); // the body may be missing
+    EXPECT_EQ(resultOf("while until :"), 0);                           // the body may be missing
+    EXPECT_EQ(test.run("while ) : echo x"), "): command not found\n"); // ends no group: a word like others
     EXPECT_EQ(countdown, -1);
     EXPECT_EQ(resultOf("while false : count"), 0);
     EXPECT_EQ(callsOfCount, 0);
@@ -361,12 +362,14 @@ TEST_F(Memory, WithoutADescriptorToSpareNothingIsReadOrWritten)
     struct rlimit none = before;
     none.rlim_cur = 0;
     data[0] = 1;
+    TestShell& shell = test; // the sanitizer's look at a fixture takes descriptors, too
+    const std::string set = "smb " + at() + " 7", display = "dmb " + at() + " 1";
     setrlimit(RLIMIT_NOFILE, &none);
-    const std::string set = test.run("smb " + at() + " 7");
-    const std::string displayed = test.run("dmb " + at() + " 1");
+    const std::string afterSet = shell.run(set);
+    const std::string afterDisplay = shell.run(display);
     setrlimit(RLIMIT_NOFILE, &before);
-    EXPECT_EQ(set, "ERROR\n");
-    EXPECT_EQ(displayed, "ERROR\n");
+    EXPECT_EQ(afterSet, "ERROR\n");
+    EXPECT_EQ(afterDisplay, "ERROR\n");
     EXPECT_EQ(data[0], 1);
 }
 

@@ -86,6 +86,11 @@ void RichTextTest::cleaned_data()
                                            << "b";
     QTest::newRow("zero in a tag") << QString("<img") + QChar(0) + " src=x>b"
                                    << "b";
+    QTest::newRow("other letter in a value") << QString::fromUtf8("<font color=\303\251>b") << "b";
+    QTest::newRow("other sign in a value") << "<font color=re_d>b"
+                                           << "b";
+    QTest::newRow("instruction") << "<?xml version=\"1.0\"?>b"
+                                 << "b";
     QTest::newRow("smaller than") << "1 < 2 <3"
                                   << "1 &lt; 2 &lt;3";
     QTest::newRow("at the end") << "<"
