@@ -27,12 +27,13 @@ PATIENCE = 120  # seconds that anything may take on a busy machine
 @contextlib.contextmanager
 def screenshot_lock():
     """Displays of one build write their screenshots to one directory, and the names tell only the second. Who takes
-    one and reads it holds this meanwhile, like the simulated terminal does for its pictures."""
+    one and reads it holds this meanwhile, like the simulated terminal does for its pictures. Gives the names of those
+    that are there and stay."""
     os.makedirs(SCREENSHOTS, exist_ok=True)
     directory = os.open(SCREENSHOTS, os.O_RDONLY | os.O_DIRECTORY)
     try:
         fcntl.flock(directory, fcntl.LOCK_EX)
-        yield
+        yield os.listdir(directory)
     finally:
         os.close(directory)
 

@@ -3,6 +3,7 @@
 #ifndef LUMENPANEL_TESTS_SUPPORT_MODELACCESS_H
 #define LUMENPANEL_TESTS_SUPPORT_MODELACCESS_H
 
+#include "model/statuslock.h"
 #include "model/statusupdater.h"
 
 #include <QString>
@@ -11,7 +12,12 @@
 struct StatusUpdaterTestAccess {
     static StatusUpdater& model() { return *StatusUpdater::getStatusUpdater(); }
     static int audioPointing() { return model().audioPointing; }
-    static int powerUpSetting() { return model().powerUpSetting; }
+    // Locked, since it is also asked while the bus thread may be writing it.
+    static int powerUpSetting()
+    {
+        StatusLock lock(model().statusMutex, "powerUpSetting");
+        return model().powerUpSetting;
+    }
     static int brightnessLevel() { return model().m_brightnessLevel; }
     static bool externalSupplyPresent() { return model().externalSupplyPresent; }
     static int bganConnectionError() { return model().bganConnectionError; }
