@@ -38,6 +38,7 @@ const int USER_GRACE_MS = 700; // from the event's own time
 const int MS_PER_SECOND = 1000;
 const int SCREEN_SAVER_S_MINIMUM = 1; // less would leave no time to press a key
 const int SCREEN_SAVER_S_MAXIMUM = INT_MAX / MS_PER_SECOND;
+const qint64 CLOCK_SET_BACK_MS = 3600000; // no event lies so far ahead of the clock by itself
 
 const char ACTIVITY_KEY[] = "ram.powersave.activity.display";
 
@@ -218,8 +219,15 @@ void ScreenPopup::setButtonTexts(const QString& before, const QString& behind)
 // By the event's own time, not by that of its showing: what has waited in the queue can be closed at once.
 bool ScreenPopup::popupAllowedToBeClosedByUser(const popup_event_t& popup) const
 {
-    if (popup.timeStamp.msecsTo(QDateTime::currentDateTime()) >= USER_GRACE_MS)
+    const qint64 passed = popup.timeStamp.msecsTo(QDateTime::currentDateTime());
+    if (passed >= USER_GRACE_MS)
         return true;
+    // The clock was set back since, by a year perhaps, and the keys would be dead until it is there again.
+    if (passed < -CLOCK_SET_BACK_MS) {
+        logWarning() << "ScreenPopup::popupAllowedToBeClosedByUser(" << getEventIdAsString(popup.eventId)
+                     << "): ERROR!!! timeStamp lies " << -passed << " ms ahead of the clock. Not waiting.";
+        return true;
+    }
     for (unsigned int eventId : eventsOfTheUser) {
         if (eventId == popup.eventId)
             return true;

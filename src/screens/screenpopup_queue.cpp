@@ -265,6 +265,10 @@ bool ScreenPopup::staysForMinimumTime()
         return true;
     }
     // More than the minimum time can only remain if the clock was set back meanwhile.
+    if (remaining > MINIMUM_SHOW_MS)
+        logWarning() << "ScreenPopup::closePopup(" << getEventIdAsString(eventList.at(0).eventId)
+                     << "): ERROR!!! currentEventShowedAtEpochTime=" << currentEventShowedAtEpochTime
+                     << " lies ahead of the clock. Showing it for " << MINIMUM_SHOW_MS << " ms more.";
     const int stay = static_cast<int>(qMin<qint64>(remaining, MINIMUM_SHOW_MS));
     autoCloseTimerCounter = 0;
     eventList[0].showForMilliseconds = stay;

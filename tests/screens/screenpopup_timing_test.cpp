@@ -29,6 +29,7 @@ private slots:
     void buttonsAppearWhenTheGraceEnds();
     void buttonsOfAnOldEventAreThereAtOnce();
     void popupThatWaitedCanBeClosedAtOnce();
+    void popupOfTheFutureCanBeClosedAtOnce();
     void graceOfTheNextPopupCountsAnew();
     void graceTimerStopsForAnOldPopup();
 
@@ -86,6 +87,21 @@ void ScreenPopupTimingTest::buttonsOfAnOldEventAreThereAtOnce()
     f.add(A, EVENT_WARNING, POPUP_CLOSE_OK, 0, 700);
     QCOMPARE(f.colour(), QString("white"));
     QVERIFY(!f.hideButtons()->isActive());
+}
+
+// The clock was set back since: the grace would last until it is there again.
+void ScreenPopupTimingTest::popupOfTheFutureCanBeClosedAtOnce()
+{
+    PopupFixture f;
+    Messages messages;
+    f.add(A, EVENT_WARNING, POPUP_CLOSE_OK, 0, -1000000000);
+    QCOMPARE(f.colour(), QString("white"));
+    QVERIFY(!f.hideButtons()->isActive());
+    f.press(Qt::Key_Return);
+    QCOMPARE(f.list(), QString());
+    const QStringList told = messages.texts().filter(" ms ahead of the clock. Not waiting.");
+    QVERIFY(!told.isEmpty());
+    QVERIFY2(told.first().contains("): ERROR!!! timeStamp lies "), qPrintable(told.first()));
 }
 
 // The event's time counts and not the time of showing.
