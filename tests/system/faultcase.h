@@ -93,7 +93,7 @@ public:
                 << "--no-console"
                 << "--socket" << m_socket << "--store" << file("store") << "--display-log" << file("log")
                 << terminalArguments;
-        QStringList display = {"env"};
+        QStringList display = displayEnvironment.isEmpty() ? QStringList() : QStringList("env");
         display << displayEnvironment << programs + "/lumenpanel"
                 << "logQtDebug";
         command << "--display" << display.first();
