@@ -4,6 +4,7 @@
 
 #include "support/death.h"
 #include "support/failingnew.h"
+#include "support/patience.h"
 
 #include <QGridLayout>
 
@@ -52,6 +53,20 @@ Death callDuringConstruction(Screen::SCREEN_ID_ENUM id, const std::function<void
     });
 }
 
+// While the radio module is down the bus thread takes the pointing mode away once a second, which a window
+// that takes that long to be made would notice.
+bool setRadioModule(bool operating)
+{
+    static int nudges = 0;
+    if (operating) {
+        terminal().set("rmcfg.sys.status.mode", std::string("operating"));
+    } else {
+        terminal().erase("rmcfg.sys.status.mode");
+    }
+    terminal().set("ram.status.position.radio_module", ++nudges); // wakes the bus thread
+    return QTest::qWaitFor([operating] { return model()->getRmOperating() == int(operating); }, PATIENCE_MS);
+}
+
 } // namespace
 
 class WindowConstructionTest : public QObject, protected WindowCase {
@@ -66,7 +81,13 @@ private slots:
         startTest();
         m_destroyed.clear();
     }
-    void cleanup() { endTest(); }
+    void cleanup()
+    {
+        endTest();
+        if (model()->getRmOperating() == 1) {
+            QVERIFY(setRadioModule(false));
+        }
+    }
 
     void takesItsStepsInOrder();
     void startRunsTheShownScreenPath();
@@ -250,6 +271,7 @@ void WindowConstructionTest::takesOverTheModem()
 
 void WindowConstructionTest::handlesPointingThatRuns()
 {
+    QVERIFY(setRadioModule(true));
     model()->setPointingMode(POINTING_STATUS_POINTING);
     Messages messages;
     makeWindow();
@@ -267,6 +289,7 @@ void WindowConstructionTest::asksForTheSimWhereNothingPoints()
     makeWindow();
     QCOMPARE(m_window->getCurrentScreenId(), Screen::SCREEN_ENTER_PIN);
     m_window.reset();
+    QVERIFY(setRadioModule(true));
     model()->setPointingMode(POINTING_STATUS_POINTING);
     makeWindow();
     QCOMPARE(m_window->getCurrentScreenId(), Screen::SCREEN_POINTING);
