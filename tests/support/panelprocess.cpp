@@ -233,7 +233,8 @@ QString PanelDesk::startTerminal()
     return terminal.start() ? QString() : QString("terminalsim did not start");
 }
 
-// The text "Ready" comes with the first poll of the radio module, after all initial reads.
+// The text "Ready" comes with the first poll of the radio module, after all initial reads. That may still be
+// within the window's construction, when a key would go to the dark picture that covers it.
 QString PanelDesk::startPanel()
 {
     if (m_display == X_SERVER && !xServer.start()) {
@@ -245,7 +246,8 @@ QString PanelDesk::startPanel()
     // The window's construction switches the poll off and on, which the bus thread may not notice before
     // something wakes it; any change that it is told of will do.
     for (int nudges = 1; nudges <= PATIENCE_MS / 2000; ++nudges) {
-        if (panel.waitForLog("Successfully translated statusTextId=12 ", 2000) >= 0) {
+        if (panel.waitForLog("Successfully translated statusTextId=12 ", 2000) >= 0 &&
+            panel.waitForLog("main(): Done creating window") >= 0) {
             return QString();
         }
         terminal.set("ram.status.position.nudge", QString("int:%1").arg(nudges));

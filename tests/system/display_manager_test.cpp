@@ -132,7 +132,12 @@ public:
         if (!start({"logQtDebug"}, programs + "/lumenpanel", xDisplay))
             return false;
         for (int nudges = 1; nudges <= PATIENCE_MS / 2000; ++nudges) {
-            if (waitUntil([&] { return !log().filter(READY).isEmpty(); }, 2000))
+            if (waitUntil(
+                    [&] {
+                        return !log().filter(READY).isEmpty() &&
+                               !log().filter("main(): Done creating window").isEmpty();
+                    },
+                    2000))
                 return true;
             run(QString("set ram.status.position.nudge %1").arg(nudges));
         }

@@ -36,7 +36,12 @@ public:
         if (!desk.xServer.start() || !desk.terminal.start(arguments) ||
             !desk.panel.start(QStringList("logQtDebug"), desk.xServer.display()))
             return "something did not start";
-        return desk.panel.waitForLog(untilLog) < 0 ? "the panel did not log " + QString(untilLog) : QString();
+        // Keys that come before the window is complete go to the dark picture that covers it.
+        for (const char* line : {untilLog, "main(): Done creating window"}) {
+            if (desk.panel.waitForLog(line) < 0)
+                return "the panel did not log " + QString(line);
+        }
+        return QString();
     }
     // Several keys by their names in X, one after the other. From here on log lines count as new.
     bool press(const QString& keys)
