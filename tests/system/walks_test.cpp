@@ -36,11 +36,11 @@ public:
         if (!desk.xServer.start() || !desk.terminal.start(arguments) ||
             !desk.panel.start(QStringList("logQtDebug"), desk.xServer.display()))
             return "something did not start";
+        if (desk.panel.waitForLog(untilLog) < 0)
+            return "the panel did not log " + QString(untilLog);
         // Keys that come before the window is complete go to the dark picture that covers it.
-        for (const char* line : {untilLog, "main(): Done creating window"}) {
-            if (desk.panel.waitForLog(line) < 0)
-                return "the panel did not log " + QString(line);
-        }
+        if (untilLog == READY && desk.panel.waitForLog("main(): Done creating window") < 0)
+            return "the panel did not complete its window";
         return QString();
     }
     // Several keys by their names in X, one after the other. From here on log lines count as new.
