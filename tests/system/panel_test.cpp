@@ -3,7 +3,6 @@
 #include "support/panelprocess.h"
 #include "support/patience.h"
 
-#include <QElapsedTimer>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -16,7 +15,7 @@ private slots:
     void signalStrengthChangesThePicture();
     void okOnTheLanIconTurnsTheInterfaceOff();
     void aKeyPressIsLoggedOnce();
-    void noBusAtStartIsThePanicWithinASecond();
+    void noBusAtStartIsThePanic();
     void busLostLaterKeepsThePanelWorking();
     void endBySignalGivesStatusOne_data();
     void endBySignalGivesStatusOne();
@@ -79,19 +78,11 @@ void PanelTest::aKeyPressIsLoggedOnce()
     QCOMPARE(desk.panel.log().mid(before).filter("Current screen=SCREEN_STATUS").size(), 2);
 }
 
-void PanelTest::noBusAtStartIsThePanicWithinASecond()
+void PanelTest::noBusAtStartIsThePanic()
 {
     PanelProcess panel(privateBusAddress("nobus"));
-    QElapsedTimer clock;
-    clock.start();
     QVERIFY(panel.start());
     QCOMPARE(panel.waitForEnd(), 1);
-    const qint64 elapsed = clock.elapsed();
-#if defined(NDEBUG) // a sanitizer's build, which is never one for release, may take its time
-    QVERIFY2(elapsed < 1000, qPrintable(QString("took %1 ms").arg(elapsed)));
-#else
-    Q_UNUSED(elapsed);
-#endif
     const QStringList panic =
         panel.log().filter("ERROR!!! CBUS not ready to create connection. Exiting lumenpanel.");
     QVERIFY(!panic.filter(QRegularExpression("^<17\\.1> gui\\[")).isEmpty());
