@@ -72,10 +72,10 @@ inline void resetForPopups()
     model()->stopIgnoreGlobalKeyPress();
 }
 
-// Qt's timers may be early by a twentieth of their interval.
-inline qint64 notBefore(qint64 milliseconds, int ticks = 1)
+// Qt's timers may be early by a twentieth of their interval, and one that repeats by as much at each tick.
+inline qint64 notBefore(qint64 milliseconds)
 {
-    return milliseconds - milliseconds / ticks / 20 - 1;
+    return milliseconds - milliseconds / 20 - 1;
 }
 
 } // namespace windowfixture
