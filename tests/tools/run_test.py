@@ -34,8 +34,10 @@ class XServer:
 
     def __init__(self):
         reader, writer = os.pipe()
-        self.process = subprocess.Popen(['Xvfb', '-displayfd', str(writer), '-screen', '0', '640x480x24', '-nolisten', 'tcp'],
-                                        pass_fds=[writer], stderr=subprocess.DEVNULL)
+        # No number that other tests' servers take once this one has gone, since the display looks for it again.
+        number = f':{1000 + os.getpid() % 30000}'
+        self.process = subprocess.Popen(['Xvfb', number, '-displayfd', str(writer), '-screen', '0', '640x480x24',
+                                         '-nolisten', 'tcp'], pass_fds=[writer], stderr=subprocess.DEVNULL)
         os.close(writer)
         with os.fdopen(reader) as answer:
             self.display = ':' + answer.readline().strip()
@@ -122,9 +124,8 @@ class Run:
     def wait_for_prompt(self, count=1):
         deadline = time.monotonic() + PATIENCE
         while self.output.count(PROMPT) < count:
-            if time.monotonic() > deadline:
+            if time.monotonic() > deadline or (not self.read(0.1) and self.has_ended()):
                 raise AssertionError(f'no prompt {count}:\n{self.output}')
-            self.read(0.1)
 
     def type(self, text):
         os.write(self.terminal, text.encode())
