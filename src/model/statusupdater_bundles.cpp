@@ -283,7 +283,13 @@ void StatusUpdater::setPredefinedBundleStartTime(const QDateTime& startTime)
 
 QList<bundle_t> StatusUpdater::getDefinedBundles() const
 {
-    return read(definedBundles, __func__);
+    // Each copied under the lock: a shared list would be read here while the bus thread, which asks for its
+    // count of users without an order of memory, may write into it again.
+    StatusLock lock(statusMutex, __func__);
+    QList<bundle_t> copies;
+    for (const bundle_t& bundle : definedBundles)
+        copies.append(bundle);
+    return copies;
 }
 
 int StatusUpdater::getNumberOfDefinedBundles() const
