@@ -56,13 +56,12 @@ class Rule(unittest.TestCase):
             row['qt_objects'] += min(minute, 10)
         self.assertEqual(judge(rows(grows_at_first)), [])
 
-    def test_memory_may_grow_by_one_or_two_hundredths_an_hour(self):
-        for name, hundredths, minutes, is_fault in (
-                ('rss', 0.9, 60, False), ('rss', 1.3, 60, True), ('rss', 0.9, 180, False), ('rss', 1.1, 180, True),
-                ('heap', 1.9, 60, False), ('heap', 2.6, 60, True), ('heap', 1.9, 180, False), ('heap', 2.1, 180, True)):
-            def grow(minute, row, name=name, hundredths=hundredths):
-                row[name] += int(row[name] * hundredths / 100 * (minute - 11) / 60)
-            self.assertEqual(bool(judge(rows(grow, minutes))), is_fault, (name, hundredths, minutes))
+    def test_memory_may_grow_by_a_hundredth_an_hour(self):
+        for name in ('rss', 'heap'):
+            for hundredths, minutes, is_fault in ((0.9, 60, False), (1.3, 60, True), (0.9, 180, False), (1.1, 180, True)):
+                def grow(minute, row, name=name, hundredths=hundredths):
+                    row[name] += int(row[name] * hundredths / 100 * (minute - 11) / 60)
+                self.assertEqual(bool(judge(rows(grow, minutes))), is_fault, (name, hundredths, minutes))
 
     def test_what_goes_up_and_down_is_no_growth_in_a_quarter_of_an_hour(self):
         def jitter(minute, row):
