@@ -389,20 +389,10 @@ void compare(const Contest& contest)
     printf("\n%s, all processes on one processor: medians of %d alternating rounds of %d, ratios to the "
            "ping-pong\n",
            contest.measure, ROUNDS, CALLS);
-    printf("%-20s %14s %8s %36s\n", "", "processor ns", "ratio", "user-space instructions of the client");
-    std::vector<rows::Peer> byTime, bySteps;
-    for (size_t index = 0; index < contenders.size(); ++index) {
-        const double time = rows::median(times[index]), count = instructions(contenders[index]);
-        printf("%-20s %14.0f %8.2f %36.0f\n", contenders[index].name, time,
-               rows::medianRatio(times[index], times[1]), count);
-        byTime.push_back({contenders[index].name, time, rows::medianRatio(times[0], times[index])});
-        bySteps.push_back({contenders[index].name, count});
-    }
-    const double time = byTime.front().value, count = bySteps.front().value;
-    byTime.erase(byTime.begin());
-    bySteps.erase(bySteps.begin());
-    rows::print(contest.measure, "processor ns", time, byTime);
-    rows::print(contest.measure, "instructions of the client", count, bySteps);
+    std::vector<rows::Contender> measured;
+    for (size_t index = 0; index < contenders.size(); ++index)
+        measured.push_back({contenders[index].name, times[index], instructions(contenders[index])});
+    rows::compare(contest.measure, " of the client", measured);
 }
 
 void measure(const std::vector<Contest>& contests)

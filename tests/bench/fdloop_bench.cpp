@@ -417,21 +417,10 @@ void compare(const Contest& contest)
     }
     printf("\n%s: medians of %d alternating rounds of %d, ratios to it by hand\n", contest.measure,
            contest.rounds, contest.turns);
-    printf("%-20s %14s %8s %24s\n", "", "processor ns", "ratio", "user-space instructions");
-    std::vector<rows::Peer> byTime, bySteps;
-    for (size_t index = 0; index < contenders.size(); ++index) {
-        const double time = rows::median(times[index]);
-        const double count = steps::perTurn(contenders[index].turns);
-        printf("%-20s %14.0f %8.2f %24.0f\n", contenders[index].name, time,
-               rows::medianRatio(times[index], times[1]), count);
-        byTime.push_back({contenders[index].name, time, rows::medianRatio(times[0], times[index])});
-        bySteps.push_back({contenders[index].name, count});
-    }
-    const double time = byTime.front().value, count = bySteps.front().value;
-    byTime.erase(byTime.begin());
-    bySteps.erase(bySteps.begin());
-    rows::print(contest.measure, "processor ns", time, byTime);
-    rows::print(contest.measure, "instructions", count, bySteps);
+    std::vector<rows::Contender> measured;
+    for (size_t index = 0; index < contenders.size(); ++index)
+        measured.push_back({contenders[index].name, times[index], steps::perTurn(contenders[index].turns)});
+    rows::compare(contest.measure, "", measured);
 }
 
 } // namespace

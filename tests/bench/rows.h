@@ -42,6 +42,35 @@ inline double medianRatio(const std::vector<double>& ours, const std::vector<dou
     return median(ratios);
 }
 
+// One that takes part in a comparison: processor time of each round, in ns, and instructions, both for one
+// turn.
+struct Contender {
+    std::string name;
+    std::vector<double> times;
+    double instructions;
+};
+
+// A table of them, and the rows of the first, which is ours, beside the others. The table's ratios are to the
+// second, which is the floor.
+inline void compare(const std::string& measure, const std::string& instructionsOf,
+                    const std::vector<Contender>& contenders)
+{
+    const std::string heading = "instructions" + instructionsOf;
+    std::printf("%-20s %14s %8s %36s\n", "", "processor ns", "ratio", heading.c_str());
+    std::vector<Peer> byTime, byInstructions;
+    const Contender &ours = contenders.at(0), &floor = contenders.at(1);
+    for (const Contender& contender : contenders) {
+        std::printf("%-20s %14.0f %8.2f %36.0f\n", contender.name.c_str(), median(contender.times),
+                    medianRatio(contender.times, floor.times), contender.instructions);
+        if (&contender == &ours)
+            continue;
+        byTime.push_back({contender.name, median(contender.times), medianRatio(ours.times, contender.times)});
+        byInstructions.push_back({contender.name, contender.instructions});
+    }
+    print(measure, "processor ns", median(ours.times), byTime);
+    print(measure, heading, ours.instructions, byInstructions);
+}
+
 } // namespace rows
 
 #endif
