@@ -13,6 +13,7 @@
 #include "runtime/config_client_api.h"
 #include "runtime/vx_posix_reset.h"
 #include "sim/terminal.h"
+#include "support/emptyterminal.h"
 #include "support/messages.h"
 #include "support/modelaccess.h"
 #include "support/patience.h"
@@ -113,12 +114,6 @@ public:
     Messages log; // what went into Qt's message path
 
 private:
-    static sim::TerminalOptions emptyTerminal()
-    {
-        sim::TerminalOptions options;
-        options.initialValues = false;
-        return options;
-    }
     static int markerArrived(cbus_conn_t*, void* fixture, const char*, void*, uint32_t)
     {
         static_cast<BusFixture*>(fixture)->markerSeen = true;

@@ -7,6 +7,7 @@
 #include "busif/subscriptions.h"
 #include "sim/syslogtap/syslogtap.h"
 #include "support/death.h"
+#include "support/emptyterminal.h"
 #include "support/patience.h"
 
 #include <csignal>
@@ -96,9 +97,7 @@ QString nameOfRead(const sim::Message& message)
 struct Panel {
     Panel()
     {
-        sim::TerminalOptions options;
-        options.initialValues = false;
-        terminal = new sim::Terminal(options);
+        terminal = new sim::Terminal(emptyTerminal());
         terminal->useForProcess();
         terminal->set("ram.local_gui_display.start_bundle_number", 3);
         terminal->set("rmcfg.sys.status.mode", "operating");
@@ -392,7 +391,7 @@ private:
     {
         panel->terminal->set("ram.status.signal_strength", signalStrength);
         return QTest::qWaitFor([signalStrength] { return model().getSignalLevel() == signalStrength; },
-                               20000);
+                               PATIENCE_MS);
     }
     int failedPolls() const
     {

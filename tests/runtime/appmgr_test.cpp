@@ -8,6 +8,7 @@
 #include "sim/syslogtap/syslogtap.h"
 #include "support/fakeclock.h"
 #include "support/keptloop.h"
+#include "support/patience.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -78,7 +79,7 @@ public:
         return client;
     }
     // The pid of the next SIGUSR2's sender, 0 if none comes.
-    pid_t nextSender(int milliseconds = 10000)
+    pid_t nextSender(int milliseconds = PATIENCE_MS)
     {
         struct timespec limit = {milliseconds / 1000, (milliseconds % 1000) * 1000000L};
         siginfo_t info;

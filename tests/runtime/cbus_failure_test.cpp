@@ -5,6 +5,7 @@
 #include "runtime/fdloop_impl.h"
 #include "support/busfixture.h"
 #include "support/nomemory.h"
+#include "support/patience.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -307,7 +308,7 @@ TEST_F(CbusFailure, ServerThatGoesWhileAFrameWaitsForRoomGives1)
 {
     std::thread server([this] {
         struct pollfd entry = {bus.fd(), POLLIN, 0};
-        poll(&entry, 1, 5000);
+        poll(&entry, 1, PATIENCE_MS);
         bus.close();
     });
     const std::string mine = pattern(1500000);

@@ -4,6 +4,7 @@
 #include "sim/syslogtap/syslogtap.h"
 #include "sim/terminal.h"
 #include "support/busclient.h"
+#include "support/emptyterminal.h"
 #include "support/nomemory.h"
 
 #include <gmock/gmock.h>
@@ -18,13 +19,7 @@ using testing::ElementsAre;
 
 class ConfigBlk : public testing::Test {
 protected:
-    static sim::TerminalOptions empty()
-    {
-        sim::TerminalOptions options;
-        options.initialValues = false;
-        return options;
-    }
-    ConfigBlk() : terminal(empty())
+    ConfigBlk() : terminal(emptyTerminal())
     {
         terminal.useForProcess();
         conn = cbus_conn_create(nullptr, "test");

@@ -6,6 +6,7 @@
 #include "sim/syslogtap/syslogtap.h"
 #include "sim/terminal.h"
 #include "support/busclient.h"
+#include "support/emptyterminal.h"
 #include "support/nomemory.h"
 #include "support/rawbus.h"
 
@@ -21,13 +22,6 @@ using sim::Value;
 using testing::KilledBySignal;
 
 const char assertHere[] = "<1> .*: \\*\\*\\* ASSERT in config_client_api at [0-9]+\n";
-
-sim::TerminalOptions emptyTerminal()
-{
-    sim::TerminalOptions options;
-    options.initialValues = false;
-    return options;
-}
 
 // --- Against the real server ------------------------------------------------------------------------------
 

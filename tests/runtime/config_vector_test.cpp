@@ -4,6 +4,7 @@
 #include "sim/syslogtap/syslogtap.h"
 #include "sim/terminal.h"
 #include "support/busclient.h"
+#include "support/emptyterminal.h"
 #include "support/nomemory.h"
 #include "support/rawbus.h"
 
@@ -34,13 +35,7 @@ std::string withNul(const std::string& text)
 
 class ConfigVector : public testing::Test {
 protected:
-    static sim::TerminalOptions empty()
-    {
-        sim::TerminalOptions options;
-        options.initialValues = false;
-        return options;
-    }
-    ConfigVector() : terminal(empty())
+    ConfigVector() : terminal(emptyTerminal())
     {
         terminal.useForProcess();
         conn = cbus_conn_create(nullptr, "test");

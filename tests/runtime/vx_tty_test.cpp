@@ -1,6 +1,8 @@
 // Raw mode, on a pseudo terminal.
 #include "runtime/vx_tty.h"
 
+#include "support/patience.h"
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -86,7 +88,7 @@ TEST_F(VxTty, RawDropsUnreadInput)
     ASSERT_EQ(vx_posix_tty_raw(terminal, nullptr), 0);
     ASSERT_EQ(write(master, "typed", 5), 5);
     struct pollfd arrived = {terminal, POLLIN, 0}; // the kernel hands it over in its own time
-    ASSERT_EQ(poll(&arrived, 1, 10000), 1);
+    ASSERT_EQ(poll(&arrived, 1, PATIENCE_MS), 1);
     ASSERT_EQ(vx_posix_tty_raw(terminal, nullptr), 0);
     fcntl(terminal, F_SETFL, O_NONBLOCK);
     char byte;

@@ -13,6 +13,7 @@
 #include "model/statusupdater.h"
 #include "sim/syslogtap/syslogtap.h"
 #include "sim/terminal.h"
+#include "support/emptyterminal.h"
 #include "support/messages.h"
 #include "support/patience.h"
 
@@ -99,13 +100,6 @@ inline void resetModel()
     model()->setCiphering(3);
     model()->setBrightnessAllowed(false);
     QCoreApplication::sendPostedEvents();
-}
-
-inline sim::TerminalOptions emptyTerminal()
-{
-    sim::TerminalOptions options;
-    options.initialValues = false;
-    return options;
 }
 
 // Starts everything and runs the test object; returns the program's exit status.

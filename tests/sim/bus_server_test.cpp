@@ -2,6 +2,7 @@
 #include "raw_client.h"
 
 #include "sim/terminal.h"
+#include "support/emptyterminal.h"
 
 #include <gmock/gmock.h>
 #include <thread>
@@ -11,16 +12,9 @@ using testing::HasSubstr;
 
 namespace {
 
-sim::TerminalOptions emptyOptions()
-{
-    sim::TerminalOptions options;
-    options.initialValues = false;
-    return options;
-}
-
 class BusServerTest : public testing::Test {
 protected:
-    BusServerTest() : terminal(emptyOptions()), client(terminal.address()), other(terminal.address())
+    BusServerTest() : terminal(emptyTerminal()), client(terminal.address()), other(terminal.address())
     {
         EXPECT_TRUE(terminal.running()) << terminal.error();
         EXPECT_TRUE(terminal.waitForClients(2));
@@ -368,7 +362,7 @@ TEST_F(BusServerTest, ServesManyClients)
 
 TEST_F(BusServerTest, TcpAddressWithAChosenPort)
 {
-    sim::TerminalOptions options = emptyOptions();
+    sim::TerminalOptions options = emptyTerminal();
     options.address = "tcp*127.0.0.1*0";
     sim::Terminal tcp(options);
     ASSERT_TRUE(tcp.running()) << tcp.error();
@@ -379,7 +373,7 @@ TEST_F(BusServerTest, TcpAddressWithAChosenPort)
 
 TEST_F(BusServerTest, AddressInUseIsAnError)
 {
-    sim::TerminalOptions options = emptyOptions();
+    sim::TerminalOptions options = emptyTerminal();
     options.address = terminal.address();
     sim::Terminal second(options);
     EXPECT_FALSE(second.running());
@@ -390,7 +384,7 @@ TEST_F(BusServerTest, AddressInUseIsAnError)
 TEST_F(BusServerTest, BadAddressesAreErrors)
 {
     for (const char* address : {"carrier*pigeon", "udp*127.0.0.1*0", "tcp*nowhere*1"}) {
-        sim::TerminalOptions options = emptyOptions();
+        sim::TerminalOptions options = emptyTerminal();
         options.address = address;
         sim::Terminal bad(options);
         EXPECT_FALSE(bad.running()) << address;

@@ -25,7 +25,7 @@ struct Completion {
 
 TEST(ConsoleAlone, Completion)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     sim::Desk desk{terminal, terminal.loop()};
     ConsoleSession session(desk);
     for (const char* key : {"cfg.language", "cfg.lan.a", "cfg.lan.b", "ram.x", "ram.x.y"})

@@ -120,7 +120,7 @@ TEST_F(ConsoleTest, DoneMayRunTheNextLine)
     });
     {
         std::unique_lock<std::mutex> lock(mutex);
-        EXPECT_TRUE(changed.wait_for(lock, std::chrono::seconds(20), [&] { return ended; }));
+        EXPECT_TRUE(changed.wait_for(lock, std::chrono::milliseconds(PATIENCE_MS), [&] { return ended; }));
     }
     terminal.onThread([&] { console.reset(); });
     EXPECT_EQ(texts, "next\n");

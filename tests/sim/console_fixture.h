@@ -3,20 +3,13 @@
 #define TESTS_SIM_CONSOLE_FIXTURE_H
 
 #include "console_session.h"
+#include "support/emptyterminal.h"
 
 inline sim::TerminalOptions acting()
 {
     sim::TerminalOptions options;
     options.actors = true;
     options.speed = 100;
-    return options;
-}
-
-// Nothing is in the database but what a test puts there.
-inline sim::TerminalOptions empty()
-{
-    sim::TerminalOptions options;
-    options.initialValues = false;
     return options;
 }
 

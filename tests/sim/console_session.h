@@ -3,6 +3,7 @@
 #define TESTS_SIM_CONSOLE_SESSION_H
 
 #include "sim/console/commands.h"
+#include "support/patience.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -40,12 +41,12 @@ public:
             });
         });
     }
-    bool waitForEnd(int milliseconds = 30000)
+    bool waitForEnd(int milliseconds = PATIENCE_MS)
     {
         return waitUntil(milliseconds, [this] { return status != -1; });
     }
     // Waits until the output has this part.
-    bool waitFor(const std::string& part, int milliseconds = 30000)
+    bool waitFor(const std::string& part, int milliseconds = PATIENCE_MS)
     {
         return waitUntil(milliseconds, [&] { return text.find(part) != std::string::npos; });
     }
@@ -63,12 +64,12 @@ public:
         return text;
     }
     // The output of a line, with its status behind it if that is not CommandDone.
-    std::string transcript(const std::string& line, int milliseconds = 30000)
+    std::string transcript(const std::string& line, int milliseconds = PATIENCE_MS)
     {
         begin(line);
         return end(milliseconds);
     }
-    std::string end(int milliseconds = 30000)
+    std::string end(int milliseconds = PATIENCE_MS)
     {
         if (!waitForEnd(milliseconds))
             return "not ended";

@@ -250,7 +250,7 @@ TEST_F(ConsoleTest, ReadOnlyKeysAreSetAllTheSame)
 
 TEST(ConsoleAlone, List)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     sim::Desk desk{terminal, terminal.loop()};
     ConsoleSession session(desk);
     terminal.setAll({{"ram.a", sim::Value::integer(1)}, {"ram.ab", sim::Value::text("x\ny")}});

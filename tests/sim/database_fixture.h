@@ -6,6 +6,7 @@
 
 #include "sim/database.h"
 #include "sim/terminal.h"
+#include "support/emptyterminal.h"
 
 #include <gtest/gtest.h>
 
@@ -30,8 +31,7 @@ class DatabaseBusTest : public testing::Test {
 protected:
     static sim::TerminalOptions options()
     {
-        sim::TerminalOptions options;
-        options.initialValues = false;
+        sim::TerminalOptions options = emptyTerminal();
         options.validatorTimeout = 300;
         return options;
     }

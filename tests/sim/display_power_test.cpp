@@ -2,6 +2,7 @@
 #include "sim/display/display_power.h"
 
 #include "sim/timer.h"
+#include "support/patience.h"
 #include "temporary_directory.h"
 
 #include <chrono>
@@ -39,7 +40,7 @@ protected:
     }
     bool runUntil(const std::function<bool()>& condition)
     {
-        auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(PATIENCE_MS);
         sim::Timer tick(terminal.loop());
         tick.every(10, [] {});
         while (!condition()) {

@@ -3,6 +3,7 @@
 #define TESTS_SIM_RAW_CLIENT_H
 
 #include "runtime/cbus_frame.h"
+#include "runtime/config_client_api.h"
 #include "runtime/vx_socket.h"
 #include "sim/terminal.h"
 
@@ -134,6 +135,12 @@ private:
 inline std::string word(uint32_t value)
 {
     return std::string(reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+// What a signal that writes an int carries.
+inline std::string writeOf(uint32_t number)
+{
+    return word(static_cast<uint32_t>(-1)) + word(VX_CONFIG_TYPE_INT) + word(4) + word(number);
 }
 
 #endif

@@ -5,6 +5,8 @@
 #include "temporary_directory.h"
 
 #include "sim/recording.h"
+#include "support/emptyterminal.h"
+#include "support/patience.h"
 
 #include "runtime/config_client_api.h"
 
@@ -32,18 +34,6 @@ using Clock = std::chrono::steady_clock;
 int64_t since(Clock::time_point begin)
 {
     return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin).count();
-}
-
-sim::TerminalOptions empty()
-{
-    sim::TerminalOptions options;
-    options.initialValues = false;
-    return options;
-}
-
-std::string writeOf(uint32_t number)
-{
-    return word(static_cast<uint32_t>(-1)) + word(VX_CONFIG_TYPE_INT) + word(4) + word(number);
 }
 
 class RecordingTest : public testing::Test {
@@ -95,7 +85,7 @@ const char Head[] = "# terminalsim recording 1\n";
 
 TEST_F(RecordingTest, TheFileHasTheDatabaseAndEveryMessageInOrder)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     terminal.set("cfg.text", "a \"b\"\n");
     terminal.set("ram.number", 5);
     terminal.set("ram.bytes", sim::Value::blob("\0\xff"s));
@@ -138,7 +128,7 @@ TEST_F(RecordingTest, TheFileHasTheDatabaseAndEveryMessageInOrder)
 
 TEST_F(RecordingTest, KeysAndValuesWithoutAPlainFormComeBackExactly)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     const std::pair<std::string, sim::Value> odd[] = {
         {"ram.two words", sim::Value::integer(1)},     {"#comment", sim::Value::integer(2)},
         {"[values]", sim::Value::integer(3)},          {"hex", sim::Value::integer(4)},
@@ -160,7 +150,7 @@ TEST_F(RecordingTest, KeysAndValuesWithoutAPlainFormComeBackExactly)
 
 TEST_F(RecordingTest, OnlyItsOwnerMayReadIt)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     begin(terminal);
     struct stat facts;
     ASSERT_EQ(stat(file.c_str(), &facts), 0);
@@ -169,7 +159,7 @@ TEST_F(RecordingTest, OnlyItsOwnerMayReadIt)
 
 TEST_F(RecordingTest, ARecordingIsWrittenOverAndNothingElse)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     begin(terminal);
     terminal.onThread([&] {
         std::string error;
@@ -195,7 +185,7 @@ TEST_F(RecordingTest, ARecordingIsWrittenOverAndNothingElse)
 
 TEST_F(RecordingTest, AStopOfTheTerminalEndsIt)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     begin(terminal);
     terminal.stop();
     EXPECT_THAT(read(file), EndsWith(" end\n"));
@@ -325,7 +315,7 @@ public:
         client.filter("config.change.ram");
         client.sync();
         thread = std::thread([this, step] {
-            while (auto message = client.readFrame(20000)) {
+            while (auto message = client.readFrame(PATIENCE_MS)) {
                 std::vector<sim::Write> writes;
                 sim::readRecords(message->data, &writes);
                 for (const sim::Write& write : writes) {
@@ -351,7 +341,7 @@ TEST_F(RecordingTest, AtEachSpeedTheChangesComeAgainAndTheWritesAreCompared)
 {
     constexpr int Pause = 100; // ms
     {
-        sim::Terminal terminal(empty());
+        sim::Terminal terminal(emptyTerminal());
         terminal.set("ram.a", 1);
         SmallDisplay display(terminal.address());
         begin(terminal);
@@ -371,7 +361,7 @@ TEST_F(RecordingTest, AtEachSpeedTheChangesComeAgainAndTheWritesAreCompared)
     for (const Row& row :
          {Row{" 1", 3 * Pause}, Row{"", 3 * Pause}, Row{" 2", 3 * Pause / 2}, Row{" 0", 0}}) {
         SCOPED_TRACE(row.line);
-        sim::Terminal terminal(empty());
+        sim::Terminal terminal(emptyTerminal());
         terminal.set("ram.old", 1);
         RawClient listener(terminal.address());
         listener.filter("hello");
@@ -394,7 +384,7 @@ TEST_F(RecordingTest, AtEachSpeedTheChangesComeAgainAndTheWritesAreCompared)
 TEST_F(RecordingTest, ADisplayThatWritesSomethingElseIsNoticed)
 {
     {
-        sim::Terminal terminal(empty());
+        sim::Terminal terminal(emptyTerminal());
         SmallDisplay display(terminal.address());
         begin(terminal);
         terminal.set("ram.a", 2);
@@ -402,7 +392,7 @@ TEST_F(RecordingTest, ADisplayThatWritesSomethingElseIsNoticed)
         end(terminal);
         terminal.set("ram.end", 1);
     }
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     SmallDisplay display(terminal.address(), 5);
     ConsoleSession console(terminal);
     EXPECT_THAT(console.transcript("replay " + file + " 0"),
@@ -455,7 +445,7 @@ TEST_F(RecordingTest, AClientThatIsBeingStartedIsWaitedForWhereTheFirstOneSpoke)
                         << "10 from 1 signal 7.0 config.write.ram.b write int 3\n"
                         << "20 all 0 signal 0.0 config.change.ram records ram.x = int 2\n"
                         << "30 end\n";
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     ConsoleSession console(terminal);
     console.begin("replay " + file);
     ASSERT_TRUE(terminal.waitForValue("ram.x", sim::Value::integer(1)));
@@ -475,7 +465,7 @@ TEST_F(RecordingTest, WhatClientsDidIsNotDoneForThem)
                         << "2 from 2 request 7.0 config.modifyv.terminalsim records ram.c = int 4\n"
                         << "2 all 0 signal 0.0 config.change.ram records ram.c = int 4\n"
                         << "3 end\n";
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     RawClient client(terminal.address());
     client.sync();
     sim::Replay::Result result;
@@ -534,7 +524,7 @@ TEST(ClientWrite, WhatCountsAsOne)
 
 TEST_F(RecordingTest, Commands)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     ConsoleSession console(terminal);
     EXPECT_EQ(console.transcript("record"), "not recording\n");
     EXPECT_EQ(console.transcript("record off"), "error: nothing is recorded\n[1]");
@@ -554,7 +544,7 @@ TEST_F(RecordingTest, Commands)
 
 TEST_F(RecordingTest, MessagesAreToldBehindThePromptAndFiltered)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     ConsoleSession console(terminal);
     EXPECT_EQ(console.transcript("messages off"), "error: no messages are printed\n[1]");
     EXPECT_EQ(console.transcript("messages ("), "error: bad expression (\n[1]");
@@ -574,7 +564,7 @@ TEST_F(RecordingTest, MessagesAreToldBehindThePromptAndFiltered)
 
 TEST_F(RecordingTest, SoManyMessagesASecondAreToldAndHowManyMoreThereWere)
 {
-    sim::Terminal terminal(empty());
+    sim::Terminal terminal(emptyTerminal());
     ConsoleSession console(terminal);
     console.transcript("messages");
     terminal.onThread([&] {

@@ -5,6 +5,7 @@
 #include "sim/vbuf.h"
 
 #include "runtime/config_client_api.h"
+#include "support/emptyterminal.h"
 
 #include <gmock/gmock.h>
 #include <mutex>
@@ -18,13 +19,6 @@ using testing::Not;
 using testing::StartsWith;
 
 namespace {
-
-sim::TerminalOptions empty()
-{
-    sim::TerminalOptions options;
-    options.initialValues = false;
-    return options;
-}
 
 // Everything that a terminal's bus carries, as text.
 class Listener {
@@ -52,7 +46,7 @@ private:
 
 class TrafficTest : public testing::Test {
 protected:
-    sim::Terminal terminal{empty()};
+    sim::Terminal terminal{emptyTerminal()};
 };
 
 std::string readRequest(uint32_t type, uint32_t size)

@@ -7,6 +7,7 @@
 
 #include "runtime/cbus.h"
 #include "runtime/vx_socket.h"
+#include "support/patience.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -110,7 +111,7 @@ public:
     {
         std::string bytes(size, '\0');
         size_t got = 0;
-        while (got < size && readable(5000)) {
+        while (got < size && readable(PATIENCE_MS)) {
             const ssize_t n = ::read(peer, &bytes[got], size - got);
             if (n <= 0)
                 break;
@@ -138,7 +139,7 @@ public:
     bool closedByClient()
     {
         char byte;
-        return readable(5000) && ::read(peer, &byte, 1) == 0;
+        return readable(PATIENCE_MS) && ::read(peer, &byte, 1) == 0;
     }
 
     void close()

@@ -42,19 +42,22 @@ class XServer:
         with os.fdopen(reader) as answer:
             self.display = ':' + answer.readline().strip()
 
-    def panel(self):
-        """The panel's window, once it is shown."""
+    def windows(self):
+        """The panel's, as far as they are shown: for a moment that is the black one which stands before it."""
+        found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--class', 'lumenpanel'], text=True,
+                               capture_output=True, env=dict(os.environ, DISPLAY=self.display))
+        return [int(window) for window in found.stdout.split()]
+
+    def wait_for_panel(self):
         deadline = time.monotonic() + PATIENCE
         while time.monotonic() < deadline:
-            found = subprocess.run(['xdotool', 'search', '--onlyvisible', '--class', 'lumenpanel'], text=True,
-                                   capture_output=True, env=dict(os.environ, DISPLAY=self.display))
-            if found.stdout.split():
-                return int(found.stdout.split()[-1])
+            if self.windows():
+                return
             time.sleep(0.1)
         raise AssertionError('the panel shows no window')
 
     def close_window(self, window):
-        """Asks it to close, as a window manager does when its cross is clicked."""
+        """Asks it to close, as a window manager does when its cross is clicked; nothing happens if it has gone."""
 
         class Message(ctypes.Structure):
             _fields_ = [('type', ctypes.c_int), ('serial', ctypes.c_ulong), ('send_event', ctypes.c_int),
@@ -67,6 +70,8 @@ class XServer:
         x11.XInternAtom.argtypes = [ctypes.c_void_p, ctypes.c_char_p, ctypes.c_int]
         x11.XSendEvent.argtypes = [ctypes.c_void_p, ctypes.c_ulong, ctypes.c_int, ctypes.c_long, ctypes.c_void_p]
         x11.XCloseDisplay.argtypes = [ctypes.c_void_p]
+        self.ignore = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)(lambda display, error: 0)
+        x11.XSetErrorHandler(self.ignore)
         display = x11.XOpenDisplay(self.display.encode())
         message = Message(type=33, display=display, window=window, format=32,  # ClientMessage
                           message_type=x11.XInternAtom(display, b'WM_PROTOCOLS', 0))
@@ -130,15 +135,19 @@ class Run:
     def type(self, text):
         os.write(self.terminal, text.encode())
 
+    def ask(self, line):
+        """A line at the prompt, until the next one."""
+        prompts = self.output.count(PROMPT)
+        self.type(line + '\r')
+        self.wait_for_prompt(prompts + 1)
+
     def wait_until_display_runs(self):
         """Asks the console until it does."""
         deadline = time.monotonic() + PATIENCE
         while 'state running' not in self.output:
             if time.monotonic() > deadline:
                 raise AssertionError(f'the display does not run:\n{self.output}')
-            prompts = self.output.count(PROMPT)
-            self.type('display\r')
-            self.wait_for_prompt(prompts + 1)
+            self.ask('display')
             self.read(0.1)
 
     def has_ended(self):
@@ -226,7 +235,12 @@ class RunTest(unittest.TestCase):
         desktop = XServer()
         self.addCleanup(desktop.end)
         run = self.started(DISPLAY=desktop.display)
-        desktop.close_window(desktop.panel())
+        desktop.wait_for_panel()
+        deadline = time.monotonic() + PATIENCE
+        while not run.has_ended() and time.monotonic() < deadline:
+            for window in desktop.windows():
+                desktop.close_window(window)
+            run.read(0.1)
         self.assertEqual(run.wait_for_end(), 0, run.output)
         self.assert_all_gone(run)
 
@@ -234,7 +248,7 @@ class RunTest(unittest.TestCase):
         desktop = XServer()
         self.addCleanup(desktop.end)
         run = self.started(DISPLAY=desktop.display)
-        desktop.panel()
+        desktop.wait_for_panel()
         desktop.end()
         self.assertEqual(run.wait_for_end(), 1)
         self.assertIn('display', run.output)
@@ -249,11 +263,8 @@ class RunTest(unittest.TestCase):
     def test_two_runs_do_not_meet(self):
         one, other = self.started('--unseen'), self.started('--unseen')
         self.assertNotEqual(one.address(), other.address())
-        one.type('set ram.desk.mine 1\r')
-        one.wait_for_prompt(one.output.count(PROMPT) + 1)
-        prompts = other.output.count(PROMPT)
-        other.type('get ram.desk.mine\r')
-        other.wait_for_prompt(prompts + 1)
+        one.ask('set ram.desk.mine 1')
+        other.ask('get ram.desk.mine')
         self.assertIn('not in the database', other.output)
         self.assertNotIn('another run has the stored settings', one.output)
         self.assertIn('another run has the stored settings', other.output)
