@@ -188,21 +188,26 @@ extern "C" int execv(const char* path, char* const arguments[])
     return execve(path, arguments, environ);
 }
 
-extern "C" int execvp(const char* file, char* const arguments[])
+extern "C" int execvpe(const char* file, char* const arguments[], char* const environment[])
 {
     const char* path = std::getenv("PATH");
     if (std::strchr(file, '/') || !path) {
-        return execve(file, arguments, environ);
+        return execve(file, arguments, environment);
     }
     char candidate[4096];
     while (*path) {
         const size_t length = std::strcspn(path, ":");
         std::snprintf(candidate, sizeof(candidate), "%.*s/%s", int(length), path, file);
         if (access(candidate, X_OK) == 0) {
-            return execve(candidate, arguments, environ);
+            return execve(candidate, arguments, environment);
         }
         path += length + (path[length] == ':');
     }
     errno = ENOENT;
     return -1;
+}
+
+extern "C" int execvp(const char* file, char* const arguments[])
+{
+    return execvpe(file, arguments, environ);
 }
