@@ -147,6 +147,8 @@ private slots:
     // Qt would end the process.
     void destructorWhileItRuns()
     {
+        if (qEnvironmentVariableIsSet("TESTS_EMULATED"))
+            QSKIP("The emulator itself may break in a forked process that starts a thread and ends.");
         const Death death = deathOf([] {
             dup2(STDERR_FILENO, STDOUT_FILENO);
             Panel panel;

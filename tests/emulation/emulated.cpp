@@ -170,7 +170,7 @@ extern "C" void abort()
         raiseAbort();
         signal(SIGABRT, SIG_DFL);
     }
-    dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);
+    close(STDERR_FILENO);
     raiseAbort();
     _exit(127);
 }
