@@ -212,6 +212,8 @@ void Witness::noteLog(const std::string& line)
         display.listens = true;
     } else if (line.find("Window::show(): About to show") != std::string::npos) {
         display.window = true;
+    } else if (line.find("main(): Done creating window") != std::string::npos) {
+        display.complete = true;
     }
     if (parts.priority <= LOG_ERR)
         graveLine = noted.text;

@@ -15,12 +15,13 @@ struct Traffic;
 
 // What the display shows, as far as its log tells.
 struct Shown {
-    bool listens = false; // it hears of the database's changes
-    bool window = false;  // anything at all
-    std::string screen;   // as "SCREEN_STATUS"; empty: nothing yet
-    std::string status;   // the text of the status screen; empty while bundles run
-    int statusId = -1;    // its number; -1: nothing yet
-    std::string popup;    // name of the message in front; empty: none
+    bool listens = false;  // it hears of the database's changes
+    bool window = false;   // anything at all
+    bool complete = false; // it is through its start, in which it would undo what a key has done
+    std::string screen;    // as "SCREEN_STATUS"; empty: nothing yet
+    std::string status;    // the text of the status screen; empty while bundles run
+    int statusId = -1;     // its number; -1: nothing yet
+    std::string popup;     // name of the message in front; empty: none
     std::string popupText;
 };
 

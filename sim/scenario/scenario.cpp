@@ -156,7 +156,7 @@ void Scenario::startDisplay(bool waitForWindow)
         const std::string problem = crashed();
         if (!problem.empty()) {
             fail(problem);
-        } else if (desk.display->state() == Display::State::Running && shown.listens &&
+        } else if (desk.display->state() == Display::State::Running && shown.listens && shown.complete &&
                    (shown.window || !waitForWindow)) {
             at += script.hasStart;
             timer.once(0, [this] { advance(); });

@@ -24,6 +24,7 @@
 namespace faultcase {
 
 const QString programs = PROJECT_BINARY_DIR;
+const char* const COMPLETE = "main(): Done creating window";
 
 // `unshare`, with which a process gets a mount namespace of its own; also its user's, unless that is root.
 inline QStringList unshare()
@@ -111,12 +112,13 @@ public:
                                                PATIENCE_MS);
     }
     // The text "Ready" comes with the first poll of the radio module. A change wakes the bus thread, which
-    // may not have noticed yet that it is to poll.
+    // may not have noticed yet that it is to poll. The window may show it before the start is over, which
+    // would undo what a key does.
     bool waitUntilReady(int from = 0)
     {
         for (int waited = 0; waited < PATIENCE_MS; waited += 2000) {
             if (waitUntil([&] { return logged("Successfully translated statusTextId=12 ", from); }, 2000))
-                return true;
+                return waitForLog(COMPLETE, from);
             run(QString("set ram.status.position.nudge %1").arg(++m_nudges));
         }
         return false;

@@ -62,7 +62,7 @@ void FaultsBusTest::cutInEachPhaseOfTheStart()
         QVERIFY(desk.waitForTold(QString("closed client %1: connections are cut").arg(++client)));
         // The bus thread's loop goes on without a bus, and so do its polls, until the next start.
         QVERIFY2(desk.waitForLog(POLL_WITHOUT_BUS, before), phase.name);
-        QVERIFY2(desk.waitForLog("main(): Done creating window", before), phase.name);
+        QVERIFY2(desk.waitForLog(faultcase::COMPLETE, before), phase.name);
         QVERIFY2(desk.waitForLog(QString("Returned VX_CONFIG_ERR when trying to read "), before), phase.name);
         QVERIFY2(desk.logged(SHOWN, before) != phase.dark, phase.name);
         QVERIFY2(desk.errorsBesideTheLoss(before).isEmpty(),

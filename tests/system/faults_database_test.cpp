@@ -164,6 +164,7 @@ void FaultsDatabaseTest::killedOrEnded()
     desk.displayEnvironment << "CBUS_ADDR=" + address;
     QVERIFY(desk.startTerminal());
     QVERIFY(desk.waitForLog("Successfully translated statusTextId=12 "));
+    QVERIFY(desk.waitForLog(faultcase::COMPLETE));
     QVERIFY(desk.runs("press up ok"));
     QVERIFY(waitUntil([&] { return database.get("cfg.interfaces.lan.enabled") == "int 0"; }, PATIENCE_MS));
     QVERIFY(desk.waitForLog("StatusUpdater::setCBusValue(): Sync cfg to disk done."));
@@ -197,6 +198,7 @@ void FaultsDatabaseTest::killedOrEnded()
     mark = desk.mark();
     QVERIFY(desk.runs("display restart"));
     QVERIFY(desk.waitForLog("Successfully translated statusTextId=12 ", mark));
+    QVERIFY(desk.waitForLog(faultcase::COMPLETE, mark));
     QVERIFY(desk.waitForLog("state=INTERFACE_STATE_OFF", mark));
     QVERIFY(desk.runs("press up")); // to where the frame was
     QCOMPARE(desk.picture("after"), whole);

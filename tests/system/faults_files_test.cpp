@@ -321,7 +321,7 @@ void FaultsFilesTest::aMissingTranslationLeavesEnglish()
     QVERIFY(desk.waitForLog("Window::loadLanguage(): ERROR!!! Can not load translation file " + name +
                                 " for path=" + paths::resourcePath() + " !!!",
                             mark));
-    QVERIFY(desk.waitForLog("main(): Done creating window", mark));
+    QVERIFY(desk.waitForLog(faultcase::COMPLETE, mark));
     QVERIFY(desk.runs("press right ok")); // the menu is in the words of the source
     const QImage without = desk.picture("without-" + name);
     QCOMPARE(without.size(), QSize(256, 64));
