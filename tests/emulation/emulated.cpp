@@ -3,7 +3,7 @@
 // are, and without what was preloaded, which they could not load.
 //
 // Between fork and exec: allocates nothing but stack, locks nothing. Programs found by name along PATH are
-// taken; the execl family is not, nor is posix_spawn.
+// taken, and `env` is done here; the execl family is not, nor is posix_spawn.
 //
 // Qt starts a process with a file descriptor for it where the kernel can do that. The emulator lets the
 // question through and then refuses the deed, upon which QProcess takes a number that was never set for the
@@ -175,8 +175,57 @@ extern "C" void abort()
     _exit(127);
 }
 
+namespace {
+
+bool isEnv(const char* path, char* const arguments[])
+{
+    const char* name = std::strrchr(path, '/');
+    size_t program = 1;
+    while (arguments[0] && arguments[program] && std::strchr(arguments[program], '=')) {
+        ++program;
+    }
+    return std::strcmp(name ? name + 1 : path, "env") == 0 && arguments[0] && arguments[program] &&
+           arguments[program][0] != '-';
+}
+
+bool sameName(const char* variable, const char* other)
+{
+    const size_t length = std::strcspn(variable, "=") + 1;
+    return std::strncmp(variable, other, length) == 0;
+}
+
+// `env NAME=VALUE ... PROGRAM ...` is done here: behind the machine's own the emulator would be lost.
+int runInEnvironment(char* const arguments[], char* const environment[])
+{
+    size_t program = 1;
+    while (std::strchr(arguments[program], '=')) {
+        ++program;
+    }
+    char** all = static_cast<char**>(alloca((countOf(environment) + program) * sizeof(char*)));
+    size_t count = 0;
+    for (; *environment; ++environment) {
+        bool kept = true;
+        for (size_t i = 1; i < program; ++i) {
+            kept = kept && !sameName(arguments[i], *environment);
+        }
+        if (kept) {
+            all[count++] = *environment;
+        }
+    }
+    for (size_t i = 1; i < program; ++i) {
+        all[count++] = arguments[i];
+    }
+    all[count] = nullptr;
+    return execvpe(arguments[program], arguments + program, all);
+}
+
+} // namespace
+
 extern "C" int execve(const char* path, char* const arguments[], char* const environment[])
 {
+    if (isEnv(path, arguments)) {
+        return runInEnvironment(arguments, environment);
+    }
     // Room for one more variable and the end.
     char** kept = static_cast<char**>(alloca((countOf(environment) + 2) * sizeof(char*)));
     const char* preloaded = copyWithoutPreload(environment, kept);

@@ -356,6 +356,8 @@ void DisplayManagerTest::aCrashIsToldWithTheLastLinesAndTheDisplayStartedAgain()
 void DisplayManagerTest::aFrozenDisplayAnswersAgainOnceItIsThawed()
 {
     Manager manager("frozen");
+    QElapsedTimer sinceStart;
+    sinceStart.start();
     QVERIFY(manager.startReady());
     const qint64 pid = manager.pid();
     QVERIFY(manager.runs("display freeze"));
@@ -363,7 +365,11 @@ void DisplayManagerTest::aFrozenDisplayAnswersAgainOnceItIsThawed()
              QString("terminalsim: up: the display did not handle the key within 10 s"));
     QCOMPARE(manager.status, 1);
     QVERIFY(manager.runs("display thaw"));
-    QVERIFY(manager.runs("press down"));
+    const bool answered = manager.runs("press down");
+    // Its own sign of life is 23 s old by then if the start took so long.
+    if (!answered && sinceStart.elapsed() > 23000 && manager.waitForTold("Local alive failed"))
+        QSKIP("The machine is too slow: the display's own limit was over before it went on.");
+    QVERIFY(answered);
     QCOMPARE(manager.pid(), pid);
     QVERIFY(manager.runs("display freeze"));
     QVERIFY(manager.runs("display stop")); // one that is frozen, too
