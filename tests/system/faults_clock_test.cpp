@@ -70,7 +70,7 @@ void FaultsClockTest::aYearForthAndBack()
         QVERIFY(desk.runs(QString("set ram.status.signal_strength %1").arg(level)));
         QVERIFY(desk.waitForLog(QString("topLayerText=N%1 ").arg(level / 10), mark));
         QVERIFY(desk.runs("press ok ok")); // the menu and back
-        QVERIFY(desk.logged("(SCREEN_MENU)", mark));
+        QVERIFY(desk.waitForLog("(SCREEN_MENU)", mark));
         level += 10;
     }
     const int mark = desk.mark();

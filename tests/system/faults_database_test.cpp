@@ -44,7 +44,7 @@ void FaultsDatabaseTest::twoSecondsLate()
     QVERIFY(desk.waitForLog("state=INTERFACE_STATE_OFF"));
     QVERIFY(!desk.picture("late").isNull());
     QVERIFY(desk.runs("press right*3 down ok ok"));
-    QVERIFY(desk.logged("(SCREEN_MENU)", mark));
+    QVERIFY(desk.waitForLog("(SCREEN_MENU)", mark));
 
     QVERIFY(desk.runs("fault off"));
     mark = desk.mark();
@@ -111,7 +111,7 @@ void FaultsDatabaseTest::stoppedForTenSeconds()
     QVERIFY(desk.runs("press up ok"));
     QVERIFY(!desk.picture("silent").isNull());
     QVERIFY(desk.runs("press right*3 down ok ok")); // through the menu
-    QVERIFY(desk.logged("(SCREEN_MENU)", mark));
+    QVERIFY(desk.waitForLog("(SCREEN_MENU)", mark));
     QVERIFY(desk.waitForValue("cfg.interfaces.lan.enabled", "int 0"));
     QVERIFY(clock.elapsed() >= 10000);
     QVERIFY(desk.waitForLog("topLayerText=N43 ", mark));

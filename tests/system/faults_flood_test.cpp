@@ -55,7 +55,7 @@ void FaultsFloodTest::almostTwoThousandChangesInABurstWhileReading()
         const int mark = desk.mark();
         QVERIFY(desk.runs("fault flood 1900 ram.status.signal_strength_norm"));
         QVERIFY(desk.runs(round == 1 ? "press right ok ok" : "press ok ok")); // the menu and back
-        QVERIFY(desk.logged("(SCREEN_MENU)", mark));
+        QVERIFY(desk.waitForLog("(SCREEN_MENU)", mark));
         QVERIFY(waitUntil([&] { return desk.run("fault") == "no faults"; }, PATIENCE_MS));
         QVERIFY(desk.runs(QString("set ram.status.signal_strength %1").arg(350 + 10 * round)));
         QVERIFY(desk.waitForLog(QString("topLayerText=N%1 ").arg(35 + round), mark));
