@@ -1,6 +1,7 @@
 // The display's own process stands still and goes on; and keys that come in one turn of its loop.
 #include "system/faultcase.h"
 
+#include <cerrno>
 #include <sys/socket.h>
 #include <sys/un.h>
 
@@ -46,9 +47,14 @@ public:
     {
         QByteArray all;
         char bytes[256];
-        ssize_t got;
-        while (all.count('\n') < count && (got = recv(m_keypad, bytes, sizeof(bytes), 0)) > 0)
-            all.append(bytes, int(got));
+        while (all.count('\n') < count) {
+            const ssize_t got = recv(m_keypad, bytes, sizeof(bytes), 0);
+            // The child that stops and goes on interrupts it: a socket with a time limit is not read again by
+            // itself.
+            if (got == 0 || (got < 0 && errno != EINTR))
+                break;
+            all.append(bytes, int(qMax<ssize_t>(got, 0)));
+        }
         return all;
     }
 
