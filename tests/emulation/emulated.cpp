@@ -177,15 +177,18 @@ extern "C" void abort()
 
 namespace {
 
-bool isEnv(const char* path, char* const arguments[])
+// Where the program stands among the arguments of `env NAME=VALUE ... PROGRAM ...`; 0 if it is anything else.
+size_t programBehindEnv(const char* path, char* const arguments[])
 {
     const char* name = std::strrchr(path, '/');
+    if (std::strcmp(name ? name + 1 : path, "env") != 0 || !arguments[0]) {
+        return 0;
+    }
     size_t program = 1;
-    while (arguments[0] && arguments[program] && std::strchr(arguments[program], '=')) {
+    while (arguments[program] && std::strchr(arguments[program], '=')) {
         ++program;
     }
-    return std::strcmp(name ? name + 1 : path, "env") == 0 && arguments[0] && arguments[program] &&
-           arguments[program][0] != '-';
+    return arguments[program] && arguments[program][0] != '-' ? program : 0;
 }
 
 bool sameName(const char* variable, const char* other)
@@ -194,13 +197,9 @@ bool sameName(const char* variable, const char* other)
     return std::strncmp(variable, other, length) == 0;
 }
 
-// `env NAME=VALUE ... PROGRAM ...` is done here: behind the machine's own the emulator would be lost.
-int runInEnvironment(char* const arguments[], char* const environment[])
+// `env` is done here: behind the machine's own the emulator would be lost.
+int runBehindEnv(size_t program, char* const arguments[], char* const environment[])
 {
-    size_t program = 1;
-    while (std::strchr(arguments[program], '=')) {
-        ++program;
-    }
     char** all = static_cast<char**>(alloca((countOf(environment) + program) * sizeof(char*)));
     size_t count = 0;
     for (; *environment; ++environment) {
@@ -223,8 +222,8 @@ int runInEnvironment(char* const arguments[], char* const environment[])
 
 extern "C" int execve(const char* path, char* const arguments[], char* const environment[])
 {
-    if (isEnv(path, arguments)) {
-        return runInEnvironment(arguments, environment);
+    if (const size_t program = programBehindEnv(path, arguments)) {
+        return runBehindEnv(program, arguments, environment);
     }
     // Room for one more variable and the end.
     char** kept = static_cast<char**>(alloca((countOf(environment) + 2) * sizeof(char*)));

@@ -51,9 +51,11 @@ public:
             const ssize_t got = recv(m_keypad, bytes, sizeof(bytes), 0);
             // The child that stops and goes on interrupts it: a socket with a time limit is not read again by
             // itself.
-            if (got == 0 || (got < 0 && errno != EINTR))
+            if (got < 0 && errno == EINTR)
+                continue;
+            if (got <= 0)
                 break;
-            all.append(bytes, int(qMax<ssize_t>(got, 0)));
+            all.append(bytes, int(got));
         }
         return all;
     }
